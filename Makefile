@@ -1,0 +1,50 @@
+# The two commands a newcomer needs:
+#   make demo   install what is missing, build, and run veltor on the sample drawing
+#   make test   install what is missing, build, and run every test (also under sanitizers)
+# Both only redo what changed.
+
+BUILD      ?= build
+BUILD_SAN  ?= build-asan
+JOBS       ?= $(shell nproc)
+WERROR     := $(if $(CI),ON,OFF)
+
+.PHONY: all setup build build-san demo test test-fast test-san oracle bench fuzz clean
+
+all: build
+
+setup: $(BUILD)/.setup-done
+
+$(BUILD)/.setup-done: scripts/setup.sh
+	@scripts/setup.sh
+	@mkdir -p $(BUILD) && touch $@
+
+$(BUILD)/build.ninja: | setup
+	cmake -S . -B $(BUILD) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DVELTOR_WERROR=$(WERROR)
+
+build: setup $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j $(JOBS)
+
+$(BUILD_SAN)/build.ninja: | setup
+	cmake -S . -B $(BUILD_SAN) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DVELTOR_SANITIZE=ON \
+	  -DVELTOR_BENCH=OFF -DVELTOR_WERROR=$(WERROR)
+
+build-san: setup $(BUILD_SAN)/build.ninja
+	cmake --build $(BUILD_SAN) -j $(JOBS)
+
+demo: build
+	$(BUILD)/bin/veltor --info examples/city.dxf
+
+test-fast: build
+	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
+
+test-san: build-san
+	cd $(BUILD_SAN) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
+	  ctest --output-on-failure -j $(JOBS) -LE oracle
+
+test: test-fast test-san
+
+bench: build
+	$(BUILD)/bin/veltor_bench
+
+clean:
+	rm -rf $(BUILD) $(BUILD_SAN)

@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# Installs what building and testing veltor needs on a Debian machine. Packages already
+# present are not touched, so a second run does nothing.
+set -euo pipefail
+
+packages=(
+  g++ clang cmake ninja-build make pkg-config
+  libgtest-dev googletest libbenchmark-dev libboost-dev
+  python3-ezdxf gdal-bin
+)
+
+missing=()
+for p in "${packages[@]}"; do
+  if ! dpkg-query -W -f='${Status}' "$p" 2>/dev/null | grep -q "install ok installed"; then
+    missing+=("$p")
+  fi
+done
+[ ${#missing[@]} -eq 0 ] && exit 0
+
+echo "setup: installing ${missing[*]}"
+sudo=""
+if [ "$(id -u)" -ne 0 ]; then
+  command -v sudo >/dev/null || { echo "setup: need root (or sudo) to install: ${missing[*]}" >&2; exit 1; }
+  sudo="sudo"
+fi
+export DEBIAN_FRONTEND=noninteractive
+$sudo apt-get update -qq
+$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

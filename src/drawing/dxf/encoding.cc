@@ -1,0 +1,203 @@
+#include "drawing/dxf/encoding.h"
+
+#include <cctype>
+#include <cerrno>
+#include <vector>
+
+namespace veltor::dxf {
+
+namespace {
+
+const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
+
+void AppendUtf8(uint32_t cp, std::string& out) {
+  if (cp < 0x80) {
+    out += static_cast<char>(cp);
+  } else if (cp < 0x800) {
+    out += static_cast<char>(0xC0 | (cp >> 6));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  } else if (cp < 0x10000) {
+    out += static_cast<char>(0xE0 | (cp >> 12));
+    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  } else {
+    out += static_cast<char>(0xF0 | (cp >> 18));
+    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
+    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
+    out += static_cast<char>(0x80 | (cp & 0x3F));
+  }
+}
+
+// Decodes one UTF-8 sequence at s[i]; returns its length (1 for an invalid byte, cp = FFFD).
+size_t NextUtf8(std::string_view s, size_t i, uint32_t& cp) {
+  unsigned char c = static_cast<unsigned char>(s[i]);
+  size_t n = c < 0x80 ? 1 : (c >> 5) == 6 ? 2 : (c >> 4) == 14 ? 3 : (c >> 3) == 30 ? 4 : 0;
+  if (n == 0 || i + n > s.size()) {
+    cp = 0xFFFD;
+    return 1;
+  }
+  cp = n == 1 ? c : n == 2 ? (c & 0x1F) : n == 3 ? (c & 0x0F) : (c & 0x07);
+  for (size_t k = 1; k < n; ++k) {
+    unsigned char cc = static_cast<unsigned char>(s[i + k]);
+    if ((cc & 0xC0) != 0x80) {
+      cp = 0xFFFD;
+      return 1;
+    }
+    cp = (cp << 6) | (cc & 0x3F);
+  }
+  return n;
+}
+
+bool IsPlainAscii(std::string_view s) {
+  for (char c : s)
+    if (static_cast<unsigned char>(c) >= 0x80 || c == '\\') return false;
+  return true;
+}
+
+int Hex(char c) {
+  if (c >= '0' && c <= '9') return c - '0';
+  if (c >= 'A' && c <= 'F') return c - 'A' + 10;
+  if (c >= 'a' && c <= 'f') return c - 'a' + 10;
+  return -1;
+}
+
+// Replaces "\U+XXXX" escapes in UTF-8 text.
+std::string ResolveEscapes(std::string_view s) {
+  std::string out;
+  out.reserve(s.size());
+  for (size_t i = 0; i < s.size(); ++i) {
+    if (s[i] == '\\' && i + 6 < s.size() + 0 && (s[i + 1] == 'U' || s[i + 1] == 'u') &&
+        s[i + 2] == '+') {
+      int a = Hex(s[i + 3]), b = Hex(s[i + 4]), c = Hex(s[i + 5]), d = Hex(s[i + 6]);
+      if (a >= 0 && b >= 0 && c >= 0 && d >= 0) {
+        AppendUtf8(static_cast<uint32_t>((a << 12) | (b << 8) | (c << 4) | d), out);
+        i += 6;
+        continue;
+      }
+    }
+    out += s[i];
+  }
+  return out;
+}
+
+std::string Convert(iconv_t cd, std::string_view in, bool& ok) {
+  ok = true;
+  std::string out;
+  if (cd == kNoConverter) {
+    ok = false;
+    return out;
+  }
+  iconv(cd, nullptr, nullptr, nullptr, nullptr);
+  std::vector<char> buf(in.size() * 4 + 16);
+  char* src = const_cast<char*>(in.data());
+  size_t src_left = in.size();
+  char* dst = buf.data();
+  size_t dst_left = buf.size();
+  if (iconv(cd, &src, &src_left, &dst, &dst_left) == static_cast<size_t>(-1)) ok = false;
+  out.assign(buf.data(), buf.size() - dst_left);
+  return out;
+}
+
+}  // namespace
+
+std::string CharsetForCodePage(std::string_view page) {
+  std::string upper;
+  for (char c : page) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
+  auto digits_after = [&](std::string_view prefix) -> std::string {
+    if (upper.compare(0, prefix.size(), prefix) != 0) return "";
+    return upper.substr(prefix.size());
+  };
+  std::string n = digits_after("ANSI_");
+  if (!n.empty()) {
+    if (n == "932") return "CP932";
+    if (n == "936") return "CP936";
+    if (n == "949") return "CP949";
+    if (n == "950") return "CP950";
+    return "CP" + n;
+  }
+  n = digits_after("DOS");
+  if (!n.empty()) return "CP" + n;
+  if (upper == "BIG5") return "BIG5";
+  if (upper == "GB2312") return "GB2312";
+  if (upper == "JOHAB") return "JOHAB";
+  if (upper.rfind("ISO8859-", 0) == 0) return "ISO-8859-" + upper.substr(8);
+  return "CP1252";
+}
+
+TextCodec::TextCodec(bool utf8, std::string_view dwg_code_page) : utf8_(utf8) {
+  charset_ = utf8 ? "UTF-8" : CharsetForCodePage(dwg_code_page);
+  if (!utf8_) {
+    to_utf8_ = iconv_open("UTF-8", charset_.c_str());
+    if (to_utf8_ == kNoConverter) {
+      charset_ = "CP1252";
+      to_utf8_ = iconv_open("UTF-8", charset_.c_str());
+    }
+    from_utf8_ = iconv_open(charset_.c_str(), "UTF-8");
+  }
+}
+
+TextCodec::~TextCodec() {
+  if (to_utf8_ != kNoConverter) iconv_close(to_utf8_);
+  if (from_utf8_ != kNoConverter) iconv_close(from_utf8_);
+}
+
+std::string TextCodec::Decode(std::string_view raw) const {
+  if (IsPlainAscii(raw)) return std::string(raw);
+  if (utf8_) {
+    // Repair invalid sequences so that callers always get valid UTF-8.
+    std::string valid;
+    valid.reserve(raw.size());
+    for (size_t i = 0; i < raw.size();) {
+      uint32_t cp;
+      size_t n = NextUtf8(raw, i, cp);
+      if (cp == 0xFFFD && n == 1)
+        AppendUtf8(0xFFFD, valid);
+      else
+        valid.append(raw.substr(i, n));
+      i += n;
+    }
+    return ResolveEscapes(valid);
+  }
+  bool ok;
+  std::string converted = Convert(to_utf8_, raw, ok);
+  if (!ok) {
+    // Decode byte by byte so that one bad byte costs one character, not the whole text.
+    converted.clear();
+    for (char c : raw) {
+      bool one_ok;
+      std::string one = Convert(to_utf8_, std::string_view(&c, 1), one_ok);
+      if (one_ok && !one.empty())
+        converted += one;
+      else
+        AppendUtf8(0xFFFD, converted);
+    }
+  }
+  return ResolveEscapes(converted);
+}
+
+std::string TextCodec::Encode(std::string_view utf8) const {
+  if (IsPlainAscii(utf8) || utf8_) return std::string(utf8);
+  std::string out;
+  for (size_t i = 0; i < utf8.size();) {
+    uint32_t cp;
+    size_t n = NextUtf8(utf8, i, cp);
+    if (cp < 0x80) {
+      out += static_cast<char>(cp);
+    } else {
+      bool ok;
+      std::string one = Convert(from_utf8_, utf8.substr(i, n), ok);
+      if (ok && !one.empty()) {
+        out += one;
+      } else {
+        static const char kHex[] = "0123456789ABCDEF";
+        uint32_t v = cp > 0xFFFF ? 0xFFFD : cp;
+        out += "\\U+";
+        for (int shift = 12; shift >= 0; shift -= 4) out += kHex[(v >> shift) & 15];
+      }
+    }
+    i += n;
+  }
+  return out;
+}
+
+}  // namespace veltor::dxf

@@ -1,0 +1,14 @@
+// How the value of a DXF group code is typed. ASCII DXF stores every value as text; binary
+// DXF stores it in the native form this kind names.
+#pragma once
+
+namespace veltor::dxf {
+
+enum class ValueKind { kString, kDouble, kInt16, kInt32, kInt64, kBool, kBinary };
+
+ValueKind KindOfCode(int code);
+
+// True for codes whose value is a handle written in hexadecimal (own handles and pointers).
+bool IsHandleCode(int code);
+
+}  // namespace veltor::dxf

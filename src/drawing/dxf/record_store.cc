@@ -1,0 +1,154 @@
+#include "drawing/dxf/record_store.h"
+
+#include <cstring>
+
+#include "drawing/dxf/binary_values.h"
+
+namespace veltor::dxf {
+
+RecordId RecordStore::Append(Record record) {
+  RecordId id = static_cast<RecordId>(records_.size());
+  records_.push_back(std::move(record));
+  Link(id, last_);
+  return id;
+}
+
+RecordId RecordStore::InsertAfter(RecordId after, Tags tags, Section section) {
+  Record record;
+  record.section = section;
+  record.type = InternType(tags.empty() ? std::string_view() : std::string_view(tags[0].value));
+  record.tags = std::make_unique<Tags>(std::move(tags));
+  RecordId id = static_cast<RecordId>(records_.size());
+  records_.push_back(std::move(record));
+  Link(id, after);
+  return id;
+}
+
+void RecordStore::Link(RecordId id, RecordId after) {
+  Record& r = records_[id];
+  r.prev = after;
+  if (after == kNoRecord) {
+    r.next = first_;
+    first_ = id;
+  } else {
+    r.next = records_[after].next;
+    records_[after].next = id;
+  }
+  if (r.next == kNoRecord)
+    last_ = id;
+  else
+    records_[r.next].prev = id;
+}
+
+void RecordStore::Erase(RecordId id) {
+  Record& r = records_[id];
+  if (r.erased) return;
+  r.erased = true;
+  if (r.prev == kNoRecord)
+    first_ = r.next;
+  else
+    records_[r.prev].next = r.next;
+  if (r.next == kNoRecord)
+    last_ = r.prev;
+  else
+    records_[r.next].prev = r.prev;
+}
+
+void RecordStore::ReadTags(RecordId id, Tags& out) const {
+  const Record& r = records_[id];
+  if (r.tags) {
+    out = *r.tags;
+    return;
+  }
+  out.clear();
+  if (format_.binary) {
+    ReadBinaryTags(r, out);
+    return;
+  }
+  ForEachTag(id, [&out](int code, std::string_view value) {
+    out.push_back(Tag{code, std::string(value)});
+    return true;
+  });
+}
+
+Tags RecordStore::TagsOf(RecordId id) const {
+  Tags tags;
+  ReadTags(id, tags);
+  return tags;
+}
+
+Tags& RecordStore::MutableTags(RecordId id) {
+  Record& r = records_[id];
+  if (!r.tags) {
+    auto tags = std::make_unique<Tags>();
+    ReadTags(id, *tags);
+    r.tags = std::move(tags);
+  }
+  return *r.tags;
+}
+
+void RecordStore::ReadBinaryTags(const Record& r, Tags& out) const {
+  BinaryCursor cursor(source_, r.begin, r.end, format_.binary_one_byte_codes);
+  Tag tag;
+  std::string error;
+  while (cursor.Next(tag, error)) out.push_back(tag);
+}
+
+uint16_t RecordStore::InternType(std::string_view name) {
+  auto it = type_ids_.find(name);
+  if (it != type_ids_.end()) return it->second;
+  type_names_.emplace_back(name);
+  uint16_t id = static_cast<uint16_t>(type_names_.size() - 1);
+  type_ids_.emplace(type_names_.back(), id);
+  return id;
+}
+
+uint16_t RecordStore::FindType(std::string_view name) const {
+  auto it = type_ids_.find(name);
+  return it == type_ids_.end() ? 0xFFFF : it->second;
+}
+
+RecordId RecordStore::FindHandle(Handle handle) const {
+  uint32_t id = handle_index_.Get(handle);
+  if (id == HandleIndex::kMissing || records_[id].erased) return kNoRecord;
+  return id;
+}
+
+void RecordStore::IndexHandle(Handle handle, RecordId id) {
+  handle_index_.Put(handle, id);
+  if (handle > max_handle_) max_handle_ = handle;
+}
+
+bool ParseHandle(std::string_view text, Handle& out) {
+  while (!text.empty() && text.back() == ' ') text.remove_suffix(1);
+  while (!text.empty() && text.front() == ' ') text.remove_prefix(1);
+  if (text.empty() || text.size() > 16) return false;
+  Handle value = 0;
+  for (char c : text) {
+    int digit;
+    if (c >= '0' && c <= '9')
+      digit = c - '0';
+    else if (c >= 'A' && c <= 'F')
+      digit = c - 'A' + 10;
+    else if (c >= 'a' && c <= 'f')
+      digit = c - 'a' + 10;
+    else
+      return false;
+    value = (value << 4) | static_cast<Handle>(digit);
+  }
+  out = value;
+  return true;
+}
+
+std::string FormatHandle(Handle handle) {
+  static const char kDigits[] = "0123456789ABCDEF";
+  char buf[17];
+  int n = 0;
+  do {
+    buf[16 - n++] = kDigits[handle & 15];
+    handle >>= 4;
+  } while (handle != 0);
+  return std::string(buf + 17 - n, static_cast<size_t>(n));
+}
+
+}  // namespace veltor::dxf
