@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "drawing/dxf/tag.h"
 
@@ -16,7 +17,7 @@ inline constexpr size_t kBinarySentinelSize = 22;
 
 class BinaryCursor {
  public:
-  BinaryCursor(const std::string& data, uint64_t begin, uint64_t end, bool one_byte_codes)
+  BinaryCursor(std::string_view data, uint64_t begin, uint64_t end, bool one_byte_codes)
       : data_(data), pos_(begin), end_(end), one_byte_codes_(one_byte_codes) {}
 
   // Reads the next tag. Returns false at the end of the range, or on malformed data with
@@ -27,7 +28,7 @@ class BinaryCursor {
  private:
   bool Need(uint64_t n, std::string& error, const char* what);
 
-  const std::string& data_;
+  std::string_view data_;
   uint64_t pos_;
   uint64_t end_;
   bool one_byte_codes_;

@@ -44,8 +44,11 @@ class HandleIndex {
     uint64_t handle = 0;
     uint32_t value = 0;
   };
+  // Handles are mostly dense runs, so the low bits are a good index, and neighbouring
+  // handles (an entity, its dictionary, its owner) share cache lines; the high bits are
+  // folded in for files whose handles are sparse.
   size_t Slot(uint64_t handle) const {
-    return static_cast<size_t>((handle * 0x9E3779B97F4A7C15ull) >> 20) & mask_;
+    return static_cast<size_t>(handle ^ (handle >> 24) ^ (handle >> 48)) & mask_;
   }
   void Rehash(size_t want) {
     size_t n = 1024;

@@ -44,7 +44,7 @@ std::string Printable(const char* p, const char* end) {
 }
 
 Status ScanAscii(RecordStore& store, std::vector<std::string>& warnings) {
-  const std::string& src = store.source();
+  std::string_view src = store.source();
   const char* base = src.data();
   const char* end = base + src.size();
   const char* p = base;
@@ -101,7 +101,7 @@ Status ScanAscii(RecordStore& store, std::vector<std::string>& warnings) {
 }
 
 Status ScanBinary(RecordStore& store, std::vector<std::string>& warnings) {
-  const std::string& src = store.source();
+  std::string_view src = store.source();
   store.format().binary = true;
   store.prefix.assign(src.data(), kBinarySentinelSize);
   // R12 binary files use one-byte group codes: the first tag is then 0x00 'S'(ECTION)
@@ -121,7 +121,7 @@ Status ScanBinary(RecordStore& store, std::vector<std::string>& warnings) {
       return Status::Error(builder.error());
     begin = cursor.position();
     if (builder.in_eof_record()) {
-      store.trailer = src.substr(begin);
+      store.trailer = std::string(src.substr(begin));
       if (!store.trailer.empty())
         builder.warnings().push_back("ignored " + std::to_string(store.trailer.size()) +
                                      " bytes after the EOF marker (kept as they are on save)");
@@ -136,13 +136,19 @@ Status ScanBinary(RecordStore& store, std::vector<std::string>& warnings) {
 
 }  // namespace
 
-Result<ReadOutcome> ParseDxf(std::string bytes, const std::string& name) {
+namespace {
+
+Result<ReadOutcome> Parse(SourceBuffer bytes, const std::string& name) {
   ReadOutcome outcome;
   outcome.store = std::make_unique<RecordStore>();
   bool binary = bytes.size() >= kBinarySentinelSize &&
                 std::memcmp(bytes.data(), kBinarySentinel, kBinarySentinelSize) == 0;
-  if (bytes.size() > 0xFFFFFFF0ull && !binary)
+  // Line numbers and offsets in messages are 32-bit.
+  if (bytes.size() > 0xFFFFFFF0ull)
     return Status::Error(name + ": files over 4 GB are not supported");
+  // About one record per 130 bytes and one handle per record in typical drawings.
+  outcome.store->ReserveRecords(bytes.size() / 130 + 16);
+  outcome.store->ReserveHandles(bytes.size() / 130 + 16);
   outcome.store->SetSource(std::move(bytes));
   Status status = binary ? ScanBinary(*outcome.store, outcome.warnings)
                          : ScanAscii(*outcome.store, outcome.warnings);
@@ -151,20 +157,16 @@ Result<ReadOutcome> ParseDxf(std::string bytes, const std::string& name) {
   return outcome;
 }
 
+}  // namespace
+
+Result<ReadOutcome> ParseDxf(std::string bytes, const std::string& name) {
+  return Parse(SourceBuffer(std::move(bytes)), name);
+}
+
 Result<ReadOutcome> ReadDxfFile(const std::string& path) {
-  std::FILE* f = std::fopen(path.c_str(), "rb");
-  if (!f) return Status::Error(path + ": cannot open: " + std::strerror(errno));
-  std::string bytes;
-  if (std::fseek(f, 0, SEEK_END) == 0) {
-    long size = std::ftell(f);
-    if (size > 0) bytes.resize(static_cast<size_t>(size));
-    std::rewind(f);
-  }
-  size_t got = bytes.empty() ? 0 : std::fread(&bytes[0], 1, bytes.size(), f);
-  bool failed = std::ferror(f) != 0;
-  std::fclose(f);
-  if (failed || got != bytes.size()) return Status::Error(path + ": read error");
-  return ParseDxf(std::move(bytes), path);
+  auto bytes = SourceBuffer::FromFile(path);
+  if (!bytes.ok()) return bytes.status();
+  return Parse(std::move(bytes.value()), path);
 }
 
 }  // namespace veltor::dxf

@@ -88,7 +88,7 @@ Tags& RecordStore::MutableTags(RecordId id) {
 }
 
 void RecordStore::ReadBinaryTags(const Record& r, Tags& out) const {
-  BinaryCursor cursor(source_, r.begin, r.end, format_.binary_one_byte_codes);
+  BinaryCursor cursor(source_.view(), r.begin, r.end, format_.binary_one_byte_codes);
   Tag tag;
   std::string error;
   while (cursor.Next(tag, error)) out.push_back(tag);

@@ -17,6 +17,7 @@
 #include <vector>
 
 #include "drawing/dxf/handle_index.h"
+#include "drawing/dxf/source_buffer.h"
 #include "drawing/dxf/tag.h"
 
 namespace veltor::dxf {
@@ -69,8 +70,8 @@ class RecordStore {
   RecordStore& operator=(const RecordStore&) = delete;
 
   // --- source and format ---
-  void SetSource(std::string bytes) { source_ = std::move(bytes); }
-  const std::string& source() const { return source_; }
+  void SetSource(SourceBuffer bytes) { source_ = std::move(bytes); }
+  std::string_view source() const { return source_.view(); }
   FileFormat& format() { return format_; }
   const FileFormat& format() const { return format_; }
   // Bytes before the first tag (the binary sentinel) and after "0 EOF", written back as they are.
@@ -116,13 +117,14 @@ class RecordStore {
   void IndexHandle(Handle handle, RecordId id);
   void ClearHandleIndex() { handle_index_.clear(); }
   void ReserveHandles(size_t n) { handle_index_.reserve(n); }
+  void ReserveRecords(size_t n) { records_.reserve(n); }
   Handle max_handle() const { return max_handle_; }
 
  private:
   void ReadBinaryTags(const Record& record, Tags& out) const;
   void Link(RecordId id, RecordId after);
 
-  std::string source_;
+  SourceBuffer source_;
   FileFormat format_;
   std::vector<Record> records_;
   RecordId first_ = kNoRecord;

@@ -100,7 +100,9 @@ RecordId AddBlockDefinition(Document& doc, std::string_view name, Point3 base,
   RecordId blocks_end = doc.SectionEnd(Section::kBlocks);
 
   Tags begin{{0, "BLOCK"}, {330, owner}, {100, "AcDbEntity"}, {8, "0"}, {100, "AcDbBlockBegin"},
-             {2, raw_name}, {70, attribute_tags.empty() ? "0" : "2"}};
+             {2, raw_name},
+             {70, std::to_string((name.size() > 0 && name[0] == '*' ? 1 : 0) |
+                                 (attribute_tags.empty() ? 0 : 2))}};
   AddPoint(begin, 10, base);
   begin.push_back({3, raw_name});
   begin.push_back({1, ""});

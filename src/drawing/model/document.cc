@@ -63,11 +63,14 @@ Status Document::Index() {
   size_t dangling = 0;
   Handle example = 0;
   section_start_.fill(kNoRecord);
+  section_end_.fill(kNoRecord);
   for (RecordId id = store_->first(); id != kNoRecord; id = store_->at(id).next) {
     const dxf::Record& r = store_->at(id);
     if (r.section != Section::kNone && section_start_[static_cast<size_t>(r.section)] == kNoRecord &&
         store_->TypeName(r.type) == "SECTION")
       section_start_[static_cast<size_t>(r.section)] = id;
+    if (r.section != Section::kNone && store_->TypeName(r.type) == "ENDSEC")
+      section_end_[static_cast<size_t>(r.section)] = id;
     Handle owner = store_->at(id).owner;
     if (owner != 0 && store_->FindHandle(owner) == kNoRecord) {
       if (dangling++ == 0) example = store_->at(id).handle;
@@ -132,12 +135,8 @@ Handle Document::NewHandle() {
 }
 
 RecordId Document::SectionEnd(Section section) const {
-  // Scans backwards: new records go to the OBJECTS and ENTITIES sections near the end.
-  for (RecordId id = store_->last(); id != kNoRecord; id = store_->at(id).prev) {
-    const dxf::Record& r = store_->at(id);
-    if (r.section == section && store_->TypeName(r.type) == "ENDSEC") return id;
-  }
-  return kNoRecord;
+  // ENDSEC records are never erased, so the ids found when the file was read stay valid.
+  return section_end_[static_cast<size_t>(section)];
 }
 
 RecordId Document::InsertRecordBefore(RecordId before, Tags tags, Section section) {

@@ -97,6 +97,7 @@ class Document {
   Handle next_handle_ = 1;
   bool handles_allocated_ = false;
   std::array<RecordId, 10> section_start_;
+  std::array<RecordId, 10> section_end_;
   bool modified_ = false;
   uint64_t generation_ = 0;
 };

@@ -52,20 +52,22 @@ RecordId ObjectDataStore::CatalogueDictionary() const {
 }
 
 const std::vector<ObjectDataStore::TableEntry>& ObjectDataStore::Catalogue() const {
-  if (catalogue_loaded_ && catalogue_generation_ == doc_.generation()) return catalogue_;
+  if (catalogue_loaded_ && (catalogue_dictionary_ == kNoRecord ||
+                            !doc_.store().at(catalogue_dictionary_).erased))
+    return catalogue_;
   catalogue_.clear();
   RecordId dict = CatalogueDictionary();
+  catalogue_dictionary_ = dict;
   if (dict != kNoRecord) {
     for (const auto& entry : model::DictionaryEntries(doc_, dict)) {
       RecordId xrec = doc_.Find(entry.handle);
       if (xrec == kNoRecord || doc_.TypeOf(xrec) != "XRECORD") continue;
       TableDef def;
       if (!ParseTableDef(doc_, model::XRecordData(doc_, xrec), def)) continue;
-      catalogue_.push_back(TableEntry{def.name, entry.handle, xrec});
+      catalogue_.push_back(TableEntry{def.name, def, entry.handle, xrec});
     }
   }
   catalogue_loaded_ = true;
-  catalogue_generation_ = doc_.generation();
   return catalogue_;
 }
 
@@ -92,10 +94,7 @@ bool ObjectDataStore::HasTable(const std::string& name) const { return FindEntry
 Result<TableDef> ObjectDataStore::GetTable(const std::string& name) const {
   const TableEntry* entry = FindEntry(name);
   if (!entry) return Status::Error("table '" + name + "' does not exist");
-  TableDef def;
-  if (!ParseTableDef(doc_, model::XRecordData(doc_, entry->record), def))
-    return Status::Error("table '" + name + "': definition is damaged");
-  return def;
+  return entry->def;
 }
 
 Status ObjectDataStore::CreateTable(const TableDef& def) {

@@ -19,6 +19,10 @@ class ObjectDataStore {
  public:
   explicit ObjectDataStore(model::Document& doc) : doc_(doc) {}
 
+  // Table definitions are cached. Call this after the drawing was changed other than
+  // through this store (undo, redo, another program's edits reloaded).
+  void Refresh() { catalogue_loaded_ = false; }
+
   // Ok when the drawing can hold Object Data (R2000 or later with a root dictionary).
   Status CanWrite() const;
 
@@ -58,6 +62,7 @@ class ObjectDataStore {
  private:
   struct TableEntry {
     std::string name;
+    TableDef def;
     model::Handle handle = 0;  // of the definition XRECORD
     model::RecordId record = model::kNoRecord;
   };
@@ -83,7 +88,7 @@ class ObjectDataStore {
   model::Document& doc_;
   mutable std::vector<TableEntry> catalogue_;
   mutable bool catalogue_loaded_ = false;
-  mutable uint64_t catalogue_generation_ = 0;
+  mutable model::RecordId catalogue_dictionary_ = model::kNoRecord;
 };
 
 const char* ColumnTypeName(ColumnType type);
