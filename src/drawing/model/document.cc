@@ -129,6 +129,12 @@ int Document::HeaderInt(std::string_view name, int fallback) const {
   return static_cast<int>(ParseInt((*values)[0].value));
 }
 
+Status Document::SetLuprec(int precision) {
+  if (precision < 0 || precision > 8)
+    return Status::Error("$LUPREC: " + std::to_string(precision) + " is not between 0 and 8");
+  return SetHeaderVar("$LUPREC", {Tag{70, std::to_string(precision)}});
+}
+
 Handle Document::NewHandle() {
   handles_allocated_ = true;
   return next_handle_++;

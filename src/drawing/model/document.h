@@ -50,6 +50,9 @@ class Document {
   Status SetHeaderVar(std::string_view name, const Tags& values);
   // Integer header variable (first value), or `fallback`.
   int HeaderInt(std::string_view name, int fallback) const;
+  // Linear display precision ($LUPREC, 0 to 8; 4 when absent).
+  int Luprec() const { return HeaderInt("$LUPREC", 4); }
+  Status SetLuprec(int precision);
 
   const dxf::TextCodec& codec() const { return *codec_; }
   std::string Decode(std::string_view raw) const { return codec_->Decode(raw); }
