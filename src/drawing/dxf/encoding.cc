@@ -61,23 +61,47 @@ int Hex(char c) {
   return -1;
 }
 
-// Replaces "\U+XXXX" escapes in UTF-8 text.
+// The value of the "\U+XXXX" escape at s[i], or -1 if there is none.
+long EscapeAt(std::string_view s, size_t i) {
+  if (s[i] != '\\' || i + 6 >= s.size() || (s[i + 1] != 'U' && s[i + 1] != 'u') || s[i + 2] != '+')
+    return -1;
+  int a = Hex(s[i + 3]), b = Hex(s[i + 4]), c = Hex(s[i + 5]), d = Hex(s[i + 6]);
+  if (a < 0 || b < 0 || c < 0 || d < 0) return -1;
+  return (a << 12) | (b << 8) | (c << 4) | d;
+}
+
+// Replaces "\U+XXXX" escapes in UTF-8 text. Characters beyond U+FFFF are written as a pair
+// of escapes (UTF-16 surrogates); a surrogate without its partner becomes U+FFFD.
 std::string ResolveEscapes(std::string_view s) {
   std::string out;
   out.reserve(s.size());
   for (size_t i = 0; i < s.size(); ++i) {
-    if (s[i] == '\\' && i + 6 < s.size() + 0 && (s[i + 1] == 'U' || s[i + 1] == 'u') &&
-        s[i + 2] == '+') {
-      int a = Hex(s[i + 3]), b = Hex(s[i + 4]), c = Hex(s[i + 5]), d = Hex(s[i + 6]);
-      if (a >= 0 && b >= 0 && c >= 0 && d >= 0) {
-        AppendUtf8(static_cast<uint32_t>((a << 12) | (b << 8) | (c << 4) | d), out);
-        i += 6;
-        continue;
-      }
+    long cp = EscapeAt(s, i);
+    if (cp < 0) {
+      out += s[i];
+      continue;
     }
-    out += s[i];
+    i += 6;
+    if (cp >= 0xD800 && cp <= 0xDBFF) {
+      long low = i + 1 < s.size() ? EscapeAt(s, i + 1) : -1;
+      if (low >= 0xDC00 && low <= 0xDFFF) {
+        cp = 0x10000 + ((cp - 0xD800) << 10) + (low - 0xDC00);
+        i += 7;
+      } else {
+        cp = 0xFFFD;
+      }
+    } else if (cp >= 0xDC00 && cp <= 0xDFFF) {
+      cp = 0xFFFD;
+    }
+    AppendUtf8(static_cast<uint32_t>(cp), out);
   }
   return out;
+}
+
+void AppendEscape(uint32_t v, std::string& out) {
+  static const char kHex[] = "0123456789ABCDEF";
+  out += "\\U+";
+  for (int shift = 12; shift >= 0; shift -= 4) out += kHex[(v >> shift) & 15];
 }
 
 std::string Convert(iconv_t cd, std::string_view in, bool& ok) {
@@ -176,23 +200,36 @@ std::string TextCodec::Decode(std::string_view raw) const {
 }
 
 std::string TextCodec::Encode(std::string_view utf8) const {
-  if (IsPlainAscii(utf8) || utf8_) return std::string(utf8);
+  bool plain = true;
+  for (char c : utf8)
+    if (static_cast<unsigned char>(c) >= 0x80 || static_cast<unsigned char>(c) < 0x20 || c == '\\')
+      plain = false;
+  if (plain) return std::string(utf8);
   std::string out;
   for (size_t i = 0; i < utf8.size();) {
     uint32_t cp;
     size_t n = NextUtf8(utf8, i, cp);
-    if (cp < 0x80) {
+    // A line break would end the DXF line, and a literal "\U+XXXX" would read back as the
+    // character it spells: both are written as escapes so that any text round-trips.
+    if (cp < 0x20 || (cp == '\\' && EscapeAt(utf8, i) >= 0)) {
+      AppendEscape(cp, out);
+    } else if (cp < 0x80) {
       out += static_cast<char>(cp);
+    } else if (utf8_) {
+      if (cp == 0xFFFD && n == 1)
+        AppendUtf8(0xFFFD, out);
+      else
+        out.append(utf8.substr(i, n));
     } else {
       bool ok;
       std::string one = Convert(from_utf8_, utf8.substr(i, n), ok);
       if (ok && !one.empty()) {
         out += one;
+      } else if (cp > 0xFFFF) {
+        AppendEscape(0xD800 + ((cp - 0x10000) >> 10), out);
+        AppendEscape(0xDC00 + ((cp - 0x10000) & 0x3FF), out);
       } else {
-        static const char kHex[] = "0123456789ABCDEF";
-        uint32_t v = cp > 0xFFFF ? 0xFFFD : cp;
-        out += "\\U+";
-        for (int shift = 12; shift >= 0; shift -= 4) out += kHex[(v >> shift) & 15];
+        AppendEscape(cp, out);
       }
     }
     i += n;

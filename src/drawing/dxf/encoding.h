@@ -23,7 +23,9 @@ class TextCodec {
   // File text to UTF-8, resolving "\U+XXXX" escapes. Bytes that the code page cannot decode
   // become U+FFFD.
   std::string Decode(std::string_view raw) const;
-  // UTF-8 to file text; characters the code page lacks become "\U+XXXX" escapes.
+  // UTF-8 to file text; characters the code page lacks, control characters (a line break
+  // would end the DXF line) and a literal "\U+XXXX" become "\U+XXXX" escapes, so that
+  // Decode(Encode(text)) == text for any valid UTF-8 text.
   std::string Encode(std::string_view utf8) const;
 
   bool utf8() const { return utf8_; }

@@ -1,7 +1,9 @@
-// The bytes of a DXF file, read-only for the life of the drawing: either a private
-// memory map of the file (no copy, no zero-filling) or bytes owned in memory.
+// The bytes of a DXF file, read into memory in one piece and read-only for the life of the
+// drawing. The file is copied rather than memory-mapped so that another program rewriting
+// or truncating it while the drawing is open cannot change or break what we save.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -12,14 +14,12 @@ namespace veltor::dxf {
 class SourceBuffer {
  public:
   SourceBuffer() = default;
-  explicit SourceBuffer(std::string bytes) : owned_(std::move(bytes)), view_(owned_) {}
-  ~SourceBuffer();
+  explicit SourceBuffer(std::string bytes) : text_(std::move(bytes)), view_(text_) {}
   SourceBuffer(const SourceBuffer&) = delete;
   SourceBuffer& operator=(const SourceBuffer&) = delete;
   SourceBuffer(SourceBuffer&& other) noexcept { *this = std::move(other); }
   SourceBuffer& operator=(SourceBuffer&& other) noexcept;
 
-  // Maps a file; files that cannot be mapped (pipes, empty files) are read instead.
   static Result<SourceBuffer> FromFile(const std::string& path);
 
   std::string_view view() const { return view_; }
@@ -27,11 +27,10 @@ class SourceBuffer {
   size_t size() const { return view_.size(); }
 
  private:
-  void Release();
-  std::string owned_;
+  // Files are read into a raw array: a std::string would first zero-fill hundreds of MB.
+  std::unique_ptr<char[]> raw_;
+  std::string text_;
   std::string_view view_;
-  void* map_ = nullptr;
-  size_t map_size_ = 0;
 };
 
 }  // namespace veltor::dxf

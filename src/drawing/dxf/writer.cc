@@ -75,6 +75,10 @@ std::string BackupPathFor(const std::string& path) {
 }
 
 Status SaveDxfAtomic(const RecordStore& store, const std::string& path) {
+  // Only a file is replaced: renaming a folder to .bak would "succeed" and move it away.
+  struct stat target;
+  if (stat(path.c_str(), &target) == 0 && !S_ISREG(target.st_mode))
+    return Status::Error(path + ": not a regular file");
   std::string tmp = path + ".tmp-XXXXXX";
   std::vector<char> name(tmp.begin(), tmp.end());
   name.push_back('\0');
