@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <string>
 
+#include "bench_data.h"
 #include "drawing/dxf/writer.h"
 #include "drawing/model/document.h"
 #include "drawing/model/entity.h"
@@ -13,26 +14,13 @@
 
 namespace {
 
-std::string DrawingPath(int64_t entities) {
-  const char* dir = std::getenv("VELTOR_BENCH_DIR");
-  std::string base = dir ? dir : "build/bench-data";
-  return base + "/city-" + std::to_string(entities) + ".dxf";
-}
-
-std::unique_ptr<veltor::model::Document> Load(benchmark::State& state, const std::string& path) {
-  auto doc = veltor::model::Document::Open(path);
-  if (!doc.ok()) {
-    state.SkipWithError(doc.message().c_str());
-    return nullptr;
-  }
-  return std::move(doc.value());
-}
+using veltor::bench::CityPath;
+using veltor::bench::LoadCity;
 
 void BM_Load(benchmark::State& state) {
-  std::string path = DrawingPath(state.range(0));
   size_t bytes = 0;
   for (auto _ : state) {
-    auto doc = Load(state, path);
+    auto doc = LoadCity(state);
     if (!doc) return;
     bytes = doc->store().source().size();
     benchmark::DoNotOptimize(doc.get());
@@ -42,7 +30,7 @@ void BM_Load(benchmark::State& state) {
 
 // Every model space entity's record table names, as a command walking the drawing does.
 void BM_WalkRecords(benchmark::State& state) {
-  auto doc = Load(state, DrawingPath(state.range(0)));
+  auto doc = LoadCity(state);
   if (!doc) return;
   veltor::objectdata::ObjectDataStore od(*doc);
   auto entities = veltor::model::ModelSpaceEntities(*doc);
@@ -57,7 +45,7 @@ void BM_WalkRecords(benchmark::State& state) {
 
 // Reading every record's values, not only the table names.
 void BM_ReadAllRecords(benchmark::State& state) {
-  auto doc = Load(state, DrawingPath(state.range(0)));
+  auto doc = LoadCity(state);
   if (!doc) return;
   veltor::objectdata::ObjectDataStore od(*doc);
   auto entities = veltor::model::ModelSpaceEntities(*doc);
@@ -73,7 +61,7 @@ void BM_ReadAllRecords(benchmark::State& state) {
 // Writing the whole file (unchanged records are copied from the source) to /dev/null,
 // so the disk is not measured.
 void BM_Save(benchmark::State& state) {
-  auto doc = Load(state, DrawingPath(state.range(0)));
+  auto doc = LoadCity(state);
   if (!doc) return;
   std::FILE* sink = std::fopen("/dev/null", "wb");
   for (auto _ : state) {

@@ -157,7 +157,11 @@ bool PointInRing(const std::vector<Vec2>& ring, Vec2 p, double tol) {
   return LocatePoint(ring, p, tol) != RingLocation::kOutside;
 }
 
-double DistanceToPath(const std::vector<Vec3>& path, bool closed, const Vec3& p) {
+namespace {
+
+// Shortest distance from p to a straight-segment path of 2D or 3D points.
+template <typename Point>
+double DistanceToPointPath(const std::vector<Point>& path, bool closed, const Point& p) {
   if (path.empty()) return kInf;
   double best = Distance(p, path[0]);
   const size_t n = path.size();
@@ -168,15 +172,14 @@ double DistanceToPath(const std::vector<Vec3>& path, bool closed, const Vec3& p)
   return best;
 }
 
+}  // namespace
+
+double DistanceToPath(const std::vector<Vec3>& path, bool closed, const Vec3& p) {
+  return DistanceToPointPath(path, closed, p);
+}
+
 double DistanceToPath(const std::vector<Vec2>& path, bool closed, Vec2 p) {
-  if (path.empty()) return kInf;
-  double best = Distance(p, path[0]);
-  const size_t n = path.size();
-  const size_t segments = n < 2 ? 0 : (closed ? n : n - 1);
-  for (size_t i = 0; i < segments; ++i) {
-    best = std::min(best, SegmentDistance(p, path[i], path[(i + 1) % n]));
-  }
-  return best;
+  return DistanceToPointPath(path, closed, p);
 }
 
 double DistanceToPath(const std::vector<BulgeVertex>& path, bool closed, Vec2 p) {
