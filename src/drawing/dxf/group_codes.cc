@@ -21,9 +21,4 @@ ValueKind KindOfCode(int code) {
   return ValueKind::kString;
 }
 
-bool IsHandleCode(int code) {
-  return code == 5 || code == 105 || In(code, 320, 369) || In(code, 390, 399) || code == 480 ||
-         code == 481 || code == 1005;
-}
-
 }  // namespace veltor::dxf

@@ -8,7 +8,4 @@ enum class ValueKind { kString, kDouble, kInt16, kInt32, kInt64, kBool, kBinary 
 
 ValueKind KindOfCode(int code);
 
-// True for codes whose value is a handle written in hexadecimal (own handles and pointers).
-bool IsHandleCode(int code);
-
 }  // namespace veltor::dxf

@@ -103,11 +103,6 @@ uint16_t RecordStore::InternType(std::string_view name) {
   return id;
 }
 
-uint16_t RecordStore::FindType(std::string_view name) const {
-  auto it = type_ids_.find(name);
-  return it == type_ids_.end() ? 0xFFFF : it->second;
-}
-
 RecordId RecordStore::FindHandle(Handle handle) const {
   uint32_t id = handle_index_.Get(handle);
   if (id == HandleIndex::kMissing || records_[id].erased) return kNoRecord;

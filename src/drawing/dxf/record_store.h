@@ -108,14 +108,11 @@ class RecordStore {
   uint16_t InternType(std::string_view name);
   const std::string& TypeName(uint16_t type) const { return type_names_[type]; }
   const std::string& TypeOf(RecordId id) const { return type_names_[records_[id].type]; }
-  // The type id of a name, or 0xFFFF if no record has that type.
-  uint16_t FindType(std::string_view name) const;
 
   // --- handles ---
   // Index of every handle; rebuilt by the reader, kept up to date by InsertAfter.
   RecordId FindHandle(Handle handle) const;
   void IndexHandle(Handle handle, RecordId id);
-  void ClearHandleIndex() { handle_index_.clear(); }
   void ReserveHandles(size_t n) { handle_index_.reserve(n); }
   void ReserveRecords(size_t n) { records_.reserve(n); }
   Handle max_handle() const { return max_handle_; }

@@ -343,12 +343,12 @@ std::vector<OdRecord> ObjectDataStore::Records(RecordId entity) const {
   for (StoredRecord& stored : ReadStored(entity)) {
     const TableEntry* entry = FindEntry(stored.table);
     if (!entry) continue;  // a record of a deleted or foreign table
-    auto def = GetTable(entry->name);
-    if (!def.ok()) continue;
+    // The cached definition: copying it per record would dominate a walk of the drawing.
+    const std::vector<ColumnDef>& columns = entry->def.columns;
     OdRecord record;
     record.table = entry->name;
-    for (size_t i = 0; i < def->columns.size(); ++i) {
-      const ColumnDef& c = def->columns[i];
+    for (size_t i = 0; i < columns.size(); ++i) {
+      const ColumnDef& c = columns[i];
       record.values.push_back(i < stored.values.size() ? ConvertValue(stored.values[i], c.type)
                                                        : c.default_value);
     }
