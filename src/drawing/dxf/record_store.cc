@@ -21,6 +21,14 @@ RecordId RecordStore::InsertAfter(RecordId after, Tags tags, Section section) {
   RecordId id = static_cast<RecordId>(records_.size());
   records_.push_back(std::move(record));
   Link(id, after);
+  if (open_group_) {
+    if (open_group_->entries.empty()) redo_.clear();
+    UndoEntry entry;
+    entry.kind = UndoEntry::Kind::kInsert;
+    entry.id = id;
+    entry.prev = after;
+    open_group_->entries.push_back(std::move(entry));
+  }
   return id;
 }
 
@@ -43,6 +51,19 @@ void RecordStore::Link(RecordId id, RecordId after) {
 void RecordStore::Erase(RecordId id) {
   Record& r = records_[id];
   if (r.erased) return;
+  if (open_group_) {
+    if (open_group_->entries.empty()) redo_.clear();
+    UndoEntry entry;
+    entry.kind = UndoEntry::Kind::kErase;
+    entry.id = id;
+    entry.prev = r.prev;
+    open_group_->entries.push_back(std::move(entry));
+  }
+  Unlink(id);
+}
+
+void RecordStore::Unlink(RecordId id) {
+  Record& r = records_[id];
   r.erased = true;
   if (r.prev == kNoRecord)
     first_ = r.next;
@@ -78,6 +99,7 @@ Tags RecordStore::TagsOf(RecordId id) const {
 }
 
 Tags& RecordStore::MutableTags(RecordId id) {
+  if (open_group_) RecordChange(id);
   Record& r = records_[id];
   if (!r.tags) {
     auto tags = std::make_unique<Tags>();
@@ -85,6 +107,112 @@ Tags& RecordStore::MutableTags(RecordId id) {
     r.tags = std::move(tags);
   }
   return *r.tags;
+}
+
+void RecordStore::RecordChange(RecordId id) {
+  if (!open_group_->saved.insert(id).second) return;
+  if (open_group_->entries.empty()) redo_.clear();
+  const Record& r = records_[id];
+  auto saved = std::make_unique<Record>();
+  saved->begin = r.begin;
+  saved->end = r.end;
+  saved->handle = r.handle;
+  saved->owner = r.owner;
+  saved->xdict = r.xdict;
+  saved->line = r.line;
+  saved->type = r.type;
+  saved->section = r.section;
+  saved->paper_space = r.paper_space;
+  saved->sub_entity = r.sub_entity;
+  if (r.tags) saved->tags = std::make_unique<Tags>(*r.tags);
+  UndoEntry entry;
+  entry.kind = UndoEntry::Kind::kChange;
+  entry.id = id;
+  entry.saved = std::move(saved);
+  open_group_->entries.push_back(std::move(entry));
+}
+
+void RecordStore::SwapState(Record& a, Record& b) {
+  std::swap(a.begin, b.begin);
+  std::swap(a.end, b.end);
+  std::swap(a.handle, b.handle);
+  std::swap(a.owner, b.owner);
+  std::swap(a.xdict, b.xdict);
+  std::swap(a.line, b.line);
+  std::swap(a.type, b.type);
+  std::swap(a.section, b.section);
+  std::swap(a.paper_space, b.paper_space);
+  std::swap(a.sub_entity, b.sub_entity);
+  std::swap(a.tags, b.tags);
+}
+
+void RecordStore::BeginUndoGroup() {
+  if (!open_group_) open_group_ = std::make_unique<UndoGroup>();
+}
+
+UndoGroup* RecordStore::EndUndoGroup() {
+  if (!open_group_) return nullptr;
+  std::unique_ptr<UndoGroup> group = std::move(open_group_);
+  if (group->entries.empty()) return nullptr;
+  group->saved.clear();
+  undo_.push_back(std::move(group));
+  return undo_.back().get();
+}
+
+void RecordStore::Replay(UndoGroup& group, bool backwards) {
+  auto apply = [this, backwards](UndoEntry& e) {
+    Record& r = records_[e.id];
+    switch (e.kind) {
+      case UndoEntry::Kind::kChange:
+        SwapState(r, *e.saved);
+        break;
+      case UndoEntry::Kind::kInsert:
+        if (backwards) {
+          Unlink(e.id);
+        } else {
+          r.erased = false;
+          Link(e.id, e.prev);
+        }
+        break;
+      case UndoEntry::Kind::kErase:
+        if (backwards) {
+          r.erased = false;
+          Link(e.id, e.prev);
+        } else {
+          Unlink(e.id);
+        }
+        break;
+    }
+  };
+  if (backwards) {
+    for (auto it = group.entries.rbegin(); it != group.entries.rend(); ++it) apply(*it);
+  } else {
+    for (UndoEntry& e : group.entries) apply(e);
+  }
+}
+
+const UndoGroup* RecordStore::Undo() {
+  if (open_group_ || undo_.empty()) return nullptr;
+  std::unique_ptr<UndoGroup> group = std::move(undo_.back());
+  undo_.pop_back();
+  Replay(*group, true);
+  redo_.push_back(std::move(group));
+  return redo_.back().get();
+}
+
+const UndoGroup* RecordStore::Redo() {
+  if (open_group_ || redo_.empty()) return nullptr;
+  std::unique_ptr<UndoGroup> group = std::move(redo_.back());
+  redo_.pop_back();
+  Replay(*group, false);
+  undo_.push_back(std::move(group));
+  return undo_.back().get();
+}
+
+void RecordStore::ClearUndo() {
+  open_group_.reset();
+  undo_.clear();
+  redo_.clear();
 }
 
 void RecordStore::ReadBinaryTags(const Record& r, Tags& out) const {

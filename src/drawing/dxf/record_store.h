@@ -19,6 +19,7 @@
 #include "drawing/dxf/handle_index.h"
 #include "drawing/dxf/source_buffer.h"
 #include "drawing/dxf/tag.h"
+#include "drawing/dxf/undo_log.h"
 
 namespace veltor::dxf {
 
@@ -117,7 +118,30 @@ class RecordStore {
   void ReserveRecords(size_t n) { records_.reserve(n); }
   Handle max_handle() const { return max_handle_; }
 
+  // --- undo ---
+  // Opens a group: changes from now on are recorded until EndUndoGroup. Opening a group
+  // discards what could be redone. Groups do not nest: a second Begin is ignored.
+  void BeginUndoGroup();
+  // Closes the open group; a group without changes is dropped. Returns the group or nullptr.
+  UndoGroup* EndUndoGroup();
+  bool recording() const { return open_group_ != nullptr; }
+  UndoGroup* open_group() { return open_group_.get(); }
+  size_t undo_depth() const { return undo_.size(); }
+  size_t redo_depth() const { return redo_.size(); }
+  // Undoes the newest closed group (or redoes the newest undone one) and returns it, or
+  // nullptr when there is none. A group must not be open.
+  const UndoGroup* Undo();
+  const UndoGroup* Redo();
+  // Forgets every recorded group.
+  void ClearUndo();
+
  private:
+  void RecordChange(RecordId id);
+  void Unlink(RecordId id);
+  // Swaps every field of the two records but their links and erased state.
+  static void SwapState(Record& a, Record& b);
+  void Replay(UndoGroup& group, bool backwards);
+
   void ReadBinaryTags(const Record& record, Tags& out) const;
   void Link(RecordId id, RecordId after);
 
@@ -130,6 +154,9 @@ class RecordStore {
   std::unordered_map<std::string_view, uint16_t> type_ids_;
   HandleIndex handle_index_;
   Handle max_handle_ = 0;
+  std::unique_ptr<UndoGroup> open_group_;
+  std::vector<std::unique_ptr<UndoGroup>> undo_;
+  std::vector<std::unique_ptr<UndoGroup>> redo_;
 };
 
 template <typename Fn>

@@ -3,6 +3,7 @@
 #include <cmath>
 
 #include "drawing/geometry/ocs.h"
+#include "drawing/geometry/wide_polyline.h"
 
 namespace veltor::geom {
 
@@ -57,6 +58,7 @@ Extents BoundsOf(const LwPolyline& p) {
     if (!BulgeToArc(a.point, b, a.bulge)) continue;
     box.Add(BoundsOf(BulgeToConic(a.point, b, a.bulge, p.elevation).Transformed(to_wcs)));
   }
+  if (HasWidth(p)) box.Add(WideBandBounds(p));
   return box;
 }
 

@@ -9,6 +9,12 @@
 
 namespace veltor::geom {
 
+// Width of a polyline segment at its start and end vertex (drawing units, full width).
+struct SegmentWidth {
+  double start = 0.0;
+  double end = 0.0;
+};
+
 // A planar polyline in the OCS of `normal` at height `elevation`. When closed, the last
 // vertex's bulge shapes the closing segment; when open it is ignored.
 struct LwPolyline {
@@ -16,6 +22,9 @@ struct LwPolyline {
   double elevation = 0.0;
   Vec3 normal{0, 0, 1};
   bool closed = false;
+  // Widths of the segment starting at each vertex, parallel to `vertices`; empty for a
+  // polyline without width. Only the drawn extents (BoundsOf) use them.
+  std::vector<SegmentWidth> widths;
 };
 
 struct Polyline3d {
@@ -34,8 +43,8 @@ double SignedArea(const std::vector<BulgeVertex>& vertices, bool closed);
 double LengthOf(const LwPolyline& p);
 // Area as the CAD host reports it: |SignedArea| of the ring, for open polylines too.
 double AreaOf(const LwPolyline& p);
-// Exact WCS extents, arcs included (each arc is transformed from the OCS as a conic).
-// Empty for a polyline without vertices.
+// Exact WCS extents, arcs included (each arc is transformed from the OCS as a conic), and
+// the band of a polyline with width (see wide_polyline.h). Empty without vertices.
 Extents BoundsOf(const LwPolyline& p);
 
 double LengthOf(const Polyline3d& p);

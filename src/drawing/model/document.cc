@@ -145,6 +145,41 @@ RecordId Document::SectionEnd(Section section) const {
   return section_end_[static_cast<size_t>(section)];
 }
 
+std::vector<uint64_t> Document::OwnState() const {
+  return {next_handle_, handles_allocated_ ? 1u : 0u};
+}
+
+void Document::RestoreOwnState(const std::vector<uint64_t>& state) {
+  if (state.size() != 2) return;
+  next_handle_ = state[0];
+  handles_allocated_ = state[1] != 0;
+  // The drawing now differs from what was last saved (or loaded), whichever way it moved.
+  MarkModified();
+}
+
+void Document::BeginUndoGroup(const std::string& label) {
+  if (store_->recording()) return;
+  store_->BeginUndoGroup();
+  store_->open_group()->label = label;
+  store_->open_group()->owner_before = OwnState();
+}
+
+void Document::EndUndoGroup() {
+  if (dxf::UndoGroup* group = store_->EndUndoGroup()) group->owner_after = OwnState();
+}
+
+const dxf::UndoGroup* Document::Undo() {
+  const dxf::UndoGroup* group = store_->Undo();
+  if (group) RestoreOwnState(group->owner_before);
+  return group;
+}
+
+const dxf::UndoGroup* Document::Redo() {
+  const dxf::UndoGroup* group = store_->Redo();
+  if (group) RestoreOwnState(group->owner_after);
+  return group;
+}
+
 RecordId Document::InsertRecordBefore(RecordId before, Tags tags, Section section) {
   Handle handle = NewHandle();
   int handle_code = !tags.empty() && tags[0].value == "DIMSTYLE" ? 105 : 5;

@@ -76,6 +76,15 @@ class Document {
   // Grows with every change made through the document; caches compare it.
   uint64_t generation() const { return generation_; }
 
+  // --- undo ---
+  // A group of changes undone and redone as one (one per command). Undo and Redo restore the
+  // records and the handle seed exactly, so saving after an undo writes what saving before
+  // the group would have written. They return the group replayed, or nullptr.
+  void BeginUndoGroup(const std::string& label);
+  void EndUndoGroup();
+  const dxf::UndoGroup* Undo();
+  const dxf::UndoGroup* Redo();
+
   // The "0 SECTION" record of a section, or kNoRecord.
   RecordId SectionStart(Section section) const {
     return section_start_[static_cast<size_t>(section)];
@@ -90,6 +99,8 @@ class Document {
  private:
   Document() = default;
   Status Index();
+  std::vector<uint64_t> OwnState() const;
+  void RestoreOwnState(const std::vector<uint64_t>& state);
   RecordId HeaderRecord() const;
 
   std::unique_ptr<dxf::RecordStore> store_;

@@ -16,7 +16,10 @@ namespace veltor::model {
 // Extents in world coordinates, or nothing for entities without geometry the engine can
 // measure (3DSOLID bodies, proxies, empty blocks). Block references include their block's
 // contents (nested blocks too) and their attributes. TEXT, MTEXT and attributes are estimates
-// (see geom::EstimateTextBox).
+// (see geom::EstimateTextBox). Polylines include their width, and LINE, POINT, CIRCLE, ARC,
+// 2D polylines, TEXT, attributes, SOLID and TRACE their thickness (the shape moved by
+// thickness along the extrusion direction); MLINE its elements and round caps. To measure
+// many entities use ExtentsCache (extents_cache.h), which measures each block once.
 std::optional<geom::Extents> EntityExtents(const Document& doc, RecordId entity);
 
 struct EntityVertexList {
@@ -36,7 +39,8 @@ std::optional<double> EntityArea(const Document& doc, RecordId entity);
 // polylines flatten their bulges. Nothing for other types.
 std::optional<geom::FlatPath> FlattenEntity(const Document& doc, RecordId entity, int precision);
 
-// An R-tree over the XY extents of every model space entity, keyed by record id.
+// An R-tree over the XY extents of every model space entity, keyed by record id (measured
+// through one ExtentsCache).
 geom::SpatialIndex BuildModelSpaceIndex(const Document& doc);
 
 }  // namespace veltor::model

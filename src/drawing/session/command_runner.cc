@@ -1,0 +1,196 @@
+// Running commands: the "Command: " loop, queued command strings, transparent commands and
+// one undo group per command.
+#include <exception>
+#include <unordered_set>
+
+#include "drawing/session/object_ids.h"
+#include "drawing/session/session.h"
+#include "od/text.h"
+
+namespace veltor::session {
+
+namespace {
+
+std::string FirstWord(const std::string& line, std::string& rest) {
+  size_t b = line.find_first_not_of(" \t");
+  if (b == std::string::npos) {
+    rest.clear();
+    return "";
+  }
+  size_t e = line.find_first_of(" \t", b);
+  if (e == std::string::npos) {
+    rest.clear();
+    return line.substr(b);
+  }
+  rest = line.substr(e + 1);
+  return line.substr(b, e - b);
+}
+
+}  // namespace
+
+bool Session::TakeCancelRequest() {
+  bool requested = cancel_requested_;
+  cancel_requested_ = false;
+  return requested;
+}
+
+void Session::Run(const Command& command, bool transparent) {
+  SessionDocument* doc = active();
+  if (!(command.info.flags & od::kCmdUsePickSet) && doc && !doc->pickfirst.empty()) {
+    doc->pickfirst.clear();
+    NotifyPickfirstModified();
+  }
+  model::Document* drawing = doc ? doc->doc.get() : nullptr;
+  bool grouped = !transparent && drawing && !drawing->store().recording();
+  if (grouped) drawing->BeginUndoGroup(command.info.global_name);
+  ++depth_;
+  try {
+    command.handler();
+  } catch (const std::exception& e) {
+    Print("Error: " + command.info.global_name + " failed: " + e.what() + "\n");
+  } catch (...) {
+    Print("Error: " + command.info.global_name + " failed.\n");
+  }
+  --depth_;
+  if (depth_ == 0) cancel_requested_ = false;
+  // The drawing may have been closed by the command (CLOSE); only end a group that is open.
+  if (grouped && active() == doc && doc && doc->doc.get() == drawing) drawing->EndUndoGroup();
+}
+
+bool Session::RunTransparent(const std::string& name) {
+  const Command* command = Find(name);
+  if (!command) {
+    Print("Unknown command \"" + name + "\".  Type HELP for a list of commands.\n");
+    return false;
+  }
+  if (!(command->info.flags & od::kCmdTransparent)) {
+    Print("** That command may not be invoked transparently **\n");
+    return false;
+  }
+  Print(">>" + command->info.global_name + "\n");
+  Run(*command, true);
+  return true;
+}
+
+bool Session::Execute(const std::string& line) {
+  std::string rest;
+  std::string word = FirstWord(line, rest);
+  if (word.empty()) return true;
+  if (word[0] == '(') {
+    bool ok = CallLisp(line);
+    if (!ok && input_) input_->Rejected("unknown LISP function");
+    return ok;
+  }
+  if (word[0] == '\'') word.erase(0, 1);
+  const Command* command = Find(word);
+  if (!command) {
+    Print("Unknown command \"" + word + "\".  Type HELP for a list of commands.\n");
+    editor_.ClearPendingInput();
+    if (input_) input_->Rejected("unknown command " + word);
+    return false;
+  }
+  if (!rest.empty()) editor_.PushInput(rest);
+  last_command_ = command->info.global_name;
+  Run(*command, false);
+  return true;
+}
+
+void Session::RunQueue() {
+  while (!queue_.empty() && !quit_) {
+    std::string text = queue_.front();
+    queue_.pop_front();
+    // A queued string is typed input: its command name ends at a space or line end, and what
+    // follows answers the command's prompts.
+    editor_.PushInput(text);
+    while (editor_.has_pending_input() && !quit_) {
+      std::string name;
+      od::PromptStatus status = editor_.ReadAnswer("Command: ", false, name);
+      if (status == od::PromptStatus::kCancel) break;
+      if (status == od::PromptStatus::kNone) continue;
+      if (!Execute(name)) break;
+    }
+    editor_.ClearPendingInput();
+  }
+}
+
+void Session::RunLoop() {
+  while (!quit_) {
+    RunQueue();
+    if (quit_) break;
+    std::string answer;
+    od::PromptStatus status = editor_.ReadAnswer("Command: ", false, answer);
+    if (status == od::PromptStatus::kCancel) {
+      // At "Command: " a cancel is Ctrl-C (nothing to cancel) unless the input has ended.
+      if (!input_ || input_->failed() || editor_.input_ended()) break;
+      continue;
+    }
+    if (status == od::PromptStatus::kNone) {
+      if (!last_command_.empty()) Execute(last_command_);
+      continue;
+    }
+    Execute(answer);
+    if (input_ && input_->failed()) break;
+  }
+}
+
+std::vector<std::string> Session::Undo(size_t count) {
+  std::vector<std::string> names;
+  SessionDocument* doc = active();
+  if (!doc) return names;
+  // The undo command's own group closes first: it has changed nothing.
+  doc->doc->EndUndoGroup();
+  while (names.size() < count) {
+    const dxf::UndoGroup* group = doc->doc->Undo();
+    if (!group) break;
+    names.push_back(group->label);
+    doc->project.container().Refresh();
+    FireUndoReactors(*group);
+  }
+  return names;
+}
+
+std::vector<std::string> Session::Redo(size_t count) {
+  std::vector<std::string> names;
+  SessionDocument* doc = active();
+  if (!doc) return names;
+  // The undo command's own group closes first: it has changed nothing.
+  doc->doc->EndUndoGroup();
+  while (names.size() < count) {
+    const dxf::UndoGroup* group = doc->doc->Redo();
+    if (!group) break;
+    names.push_back(group->label);
+    doc->project.container().Refresh();
+    FireUndoReactors(*group);
+  }
+  return names;
+}
+
+void Session::FireUndoReactors(const dxf::UndoGroup& group) {
+  SessionDocument* doc = active();
+  const dxf::RecordStore& store = doc->doc->store();
+  auto is_entity = [&](dxf::RecordId r) {
+    const dxf::Record& rec = store.at(r);
+    return (rec.section == dxf::Section::kEntities || rec.section == dxf::Section::kBlocks) &&
+           !rec.sub_entity && rec.handle != 0;
+  };
+  std::unordered_set<od::ObjectId> told;
+  for (const dxf::UndoEntry& e : group.entries) {
+    if (e.kind != dxf::UndoEntry::Kind::kChange && is_entity(e.id)) {
+      od::ObjectId id = IdOf(*doc->doc, e.id);
+      if (told.insert(id).second) Erased(id, store.at(e.id).erased);
+      continue;
+    }
+    // An object's change is the change of the entity that owns it (an entity's records live
+    // in objects its extension dictionary owns).
+    dxf::RecordId r = e.id;
+    for (int hops = 0; hops < 8 && r != dxf::kNoRecord && !is_entity(r); ++hops) {
+      dxf::Handle owner = store.at(r).owner;
+      r = owner == 0 ? dxf::kNoRecord : store.FindHandle(owner);
+    }
+    if (r == dxf::kNoRecord || store.at(r).erased) continue;
+    od::ObjectId id = IdOf(*doc->doc, r);
+    if (told.insert(id).second) Modified(id);
+  }
+}
+
+}  // namespace veltor::session

@@ -1,0 +1,115 @@
+// The drawing database as the module sees it: model space, entity facts and geometry, layers,
+// system variables, creating, changing and erasing entities, and the document's write lock.
+//
+// Every call is short (open, read, close): nothing stays open between calls. An id that no
+// longer names a live object is "cannot be opened": queries answer with nothing or false,
+// changes with a failed Status.
+#pragma once
+
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "od/ids.h"
+#include "od/status.h"
+#include "od/value.h"
+
+namespace veltor::od {
+
+struct LayerInfo {
+  ObjectId id = kNullId;
+  std::string name;
+  bool frozen = false;
+  bool hidden = false;
+  bool locked = false;
+  bool off = false;
+};
+
+struct Box3 {
+  Point3 min;
+  Point3 max;
+};
+
+// Vertices in world coordinates, bulges dropped (chords).
+struct VertexList {
+  std::vector<Point3> points;
+  bool closed = false;
+};
+
+// Properties copied from one entity onto another.
+struct EntityProperties {
+  std::string layer;
+  std::string linetype;
+  int color = 256;  // ACI; 256 ByLayer, 0 ByBlock
+  long true_color = -1;  // 0x00RRGGBB, -1 when none
+  double linetype_scale = 1.0;
+  int lineweight = -1;  // -1 ByLayer
+  long transparency = -1;  // raw DXF value, -1 ByLayer
+  std::string plot_style;
+  std::string hyperlink;
+};
+
+// Released when destroyed: holds the document locked for writing.
+class WriteLock {
+ public:
+  virtual ~WriteLock() = default;
+};
+
+class Database {
+ public:
+  virtual ~Database() = default;
+
+  // --- model space and entity facts ---
+  // Every live entity of model space, in storage order, without opening them.
+  virtual EntityList ModelSpaceEntities() const = 0;
+  // False for erased, unknown and null ids.
+  virtual bool CanOpen(EntityId entity) const = 0;
+  // The entity's layer, or kNullId when it cannot be opened or names no known layer.
+  virtual ObjectId LayerOf(EntityId entity) const = 0;
+  // The DXF type name ("LINE", "LWPOLYLINE", "INSERT", ...), or "" when it cannot be opened.
+  virtual std::string EntityType(EntityId entity) const = 0;
+  // The id of the last entity added to model space, or kNullId.
+  virtual EntityId LastEntity() const = 0;
+
+  // --- layers ---
+  // Every layer of the layer table in table order.
+  virtual std::vector<LayerInfo> Layers() const = 0;
+  virtual ObjectId FindLayer(const std::string& name) const = 0;
+
+  // --- geometry (world coordinates) ---
+  virtual std::optional<Box3> GeomExtents(EntityId entity) const = 0;
+  // Vertices of lines, polylines (2D, 3D, lightweight) and multilines.
+  virtual std::optional<VertexList> Vertices(EntityId entity) const = 0;
+  // Curves as vertex lists: precision 1-99 (segments per quarter turn / per knot span).
+  virtual std::optional<VertexList> Flatten(EntityId entity, int precision) const = 0;
+  virtual bool IsClosedCurve(EntityId entity) const = 0;
+  virtual std::optional<double> Length(EntityId entity) const = 0;
+  virtual std::optional<double> Area(EntityId entity) const = 0;
+  // Entities of model space whose XY extents meet the box (a candidate search: callers test
+  // the exact geometry), in no particular order.
+  virtual EntityList EntitiesInBox(const Box3& box) const = 0;
+
+  // --- system variables ---
+  virtual std::optional<int> GetIntVar(const std::string& name) const = 0;
+  virtual Status SetIntVar(const std::string& name, int value) = 0;
+
+  // --- creating, changing, erasing ---
+  virtual Result<EntityId> AddPoint(const Point3& at) = 0;
+  virtual Result<EntityId> AddPolyline3d(const std::vector<Point3>& points, bool closed) = 0;
+  // A lightweight polyline in the plane with the given normal and elevation (points are in
+  // world coordinates and must lie in that plane).
+  virtual Result<EntityId> AddLwPolyline(const std::vector<Point3>& points, bool closed,
+                                         const Point3& normal) = 0;
+  virtual Result<EntityId> AddBlockReference(const std::string& block, const Point3& at,
+                                             double scale, const std::string& layer) = 0;
+  virtual std::optional<EntityProperties> Properties(EntityId entity) const = 0;
+  virtual Status CopyProperties(EntityId from, EntityId to) = 0;
+  virtual Status Erase(EntityId entity) = 0;
+
+  // Locks the document for writing until the returned object is destroyed; fails when
+  // another holder has it locked.
+  virtual Result<std::unique_ptr<WriteLock>> LockForWrite() = 0;
+};
+
+}  // namespace veltor::od

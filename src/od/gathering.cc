@@ -1,0 +1,90 @@
+#include "od/gathering.h"
+
+#include <unordered_set>
+
+#include "od/format.h"
+#include "od/text.h"
+
+namespace veltor::od {
+
+EntityList GetImpliedSelection(Host& host) { return host.Ed().ImpliedSelection(); }
+
+PromptOutcome PromptSelection(Host& host) {
+  PromptResult<EntityList> answer = host.Ed().SelectObjects();
+  PromptOutcome outcome;
+  if (answer.status == PromptStatus::kCancel) {
+    outcome.status = GatherStatus::kCancelled;
+    return outcome;
+  }
+  outcome.entities = std::move(answer.value);
+  return outcome;
+}
+
+EntityList GetModelSpaceEntities(const Database& db) {
+  EntityList entities = db.ModelSpaceEntities();
+  EntityList openable;
+  openable.reserve(entities.size());
+  for (EntityId id : entities)
+    if (db.CanOpen(id)) openable.push_back(id);
+  return openable;
+}
+
+void FilterUsable(const Database& db, EntityList& entities) {
+  std::unordered_set<ObjectId> usable_layers;
+  for (const LayerInfo& layer : db.Layers())
+    if (!layer.frozen && !layer.hidden && !layer.locked && !layer.off)
+      usable_layers.insert(layer.id);
+
+  size_t i = 0;
+  while (i < entities.size()) {
+    EntityId id = entities[i];
+    bool keep = db.CanOpen(id) && usable_layers.count(db.LayerOf(id)) != 0;
+    if (keep) {
+      ++i;
+      continue;
+    }
+    if (entities.size() < 2) {
+      entities.clear();
+      break;
+    }
+    std::swap(entities[i], entities.back());
+    entities.pop_back();
+  }
+}
+
+PromptOutcome GatherEntities(Host& host) {
+  PromptOutcome outcome;
+  outcome.entities = GetImpliedSelection(host);
+  if (outcome.entities.empty()) {
+    outcome = PromptSelection(host);
+    if (outcome.status == GatherStatus::kCancelled) return outcome;
+  }
+  Database* db = host.WorkingDatabase();
+  if (!db) {
+    outcome.entities.clear();
+    return outcome;
+  }
+  if (outcome.entities.empty()) outcome.entities = GetModelSpaceEntities(*db);
+  FilterUsable(*db, outcome.entities);
+  return outcome;
+}
+
+void SetPickfirst(Host& host, const EntityList& entities) { host.Ed().SetPickfirst(entities); }
+
+void ReportSelected(Host& host, size_t count) {
+  host.Ed().Print(Format("Selected: %i\n", static_cast<int>(count)));
+}
+
+bool MatchesKeyword(const std::string& answer, const std::string& keyword) {
+  if (answer.empty()) return false;
+  std::string lower = ToLowerUnicode(answer);
+  return lower.size() <= keyword.size() && keyword.compare(0, lower.size(), lower) == 0;
+}
+
+int GetLinearPrecision(Host& host) {
+  Database* db = host.WorkingDatabase();
+  if (!db) return 4;
+  return db->GetIntVar("LUPREC").value_or(4);
+}
+
+}  // namespace veltor::od
