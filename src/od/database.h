@@ -61,11 +61,12 @@ class Database {
   virtual ~Database() = default;
 
   // --- model space and entity facts ---
-  // Every live entity of model space, in storage order, without opening them.
+  // Every entity of model space that can be opened, in storage order, skipping erased ones.
   virtual EntityList ModelSpaceEntities() const = 0;
   // False for erased, unknown and null ids.
   virtual bool CanOpen(EntityId entity) const = 0;
-  // The entity's layer, or kNullId when it cannot be opened or names no known layer.
+  // The entity's layer, or kNullId when it cannot be opened or names no known layer (so a
+  // null layer id never belongs to the usable layers).
   virtual ObjectId LayerOf(EntityId entity) const = 0;
   // The DXF type name ("LINE", "LWPOLYLINE", "INSERT", ...), or "" when it cannot be opened.
   virtual std::string EntityType(EntityId entity) const = 0;

@@ -21,12 +21,8 @@ PromptOutcome PromptSelection(Host& host) {
 }
 
 EntityList GetModelSpaceEntities(const Database& db) {
-  EntityList entities = db.ModelSpaceEntities();
-  EntityList openable;
-  openable.reserve(entities.size());
-  for (EntityId id : entities)
-    if (db.CanOpen(id)) openable.push_back(id);
-  return openable;
+  // The host's walk already skips erased entities and those it cannot open.
+  return db.ModelSpaceEntities();
 }
 
 void FilterUsable(const Database& db, EntityList& entities) {
@@ -38,7 +34,8 @@ void FilterUsable(const Database& db, EntityList& entities) {
   size_t i = 0;
   while (i < entities.size()) {
     EntityId id = entities[i];
-    bool keep = db.CanOpen(id) && usable_layers.count(db.LayerOf(id)) != 0;
+    // An entity that cannot be opened has no layer (kNullId), which is never usable.
+    bool keep = usable_layers.count(db.LayerOf(id)) != 0;
     if (keep) {
       ++i;
       continue;

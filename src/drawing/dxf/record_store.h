@@ -174,23 +174,22 @@ void RecordStore::ForEachTag(RecordId id, Fn&& fn) const {
       if (!fn(t.code, std::string_view(t.value))) return;
     return;
   }
+  // Lines of a DXF file are short: an inline scan beats a memchr call per line.
   const char* p = source_.data() + r.begin;
   const char* end = source_.data() + r.end;
   while (p < end) {
-    const char* nl = static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p)));
-    if (!nl) return;
     int code = 0;
     bool negative = false;
-    for (const char* c = p; c < nl; ++c) {
-      if (*c == '-') negative = true;
-      if (*c >= '0' && *c <= '9') code = code * 10 + (*c - '0');
+    for (; p < end && *p != '\n'; ++p) {
+      if (*p >= '0' && *p <= '9') code = code * 10 + (*p - '0');
+      else if (*p == '-') negative = true;
     }
-    p = nl + 1;
-    nl = static_cast<const char*>(std::memchr(p, '\n', static_cast<size_t>(end - p)));
-    const char* value_end = nl ? nl : end;
-    const char* text_end = value_end > p && value_end[-1] == '\r' ? value_end - 1 : value_end;
-    if (!fn(negative ? -code : code, std::string_view(p, static_cast<size_t>(text_end - p)))) return;
-    p = nl ? nl + 1 : end;
+    if (p >= end) return;
+    const char* value = ++p;
+    while (p < end && *p != '\n') ++p;
+    const char* text_end = p > value && p[-1] == '\r' ? p - 1 : p;
+    if (!fn(negative ? -code : code, std::string_view(value, static_cast<size_t>(text_end - value)))) return;
+    if (p < end) ++p;
   }
 }
 

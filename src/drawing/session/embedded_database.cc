@@ -72,6 +72,7 @@ bool EmbeddedDatabase::CanOpen(od::EntityId entity) const {
 const std::unordered_map<std::string, od::ObjectId>& EmbeddedDatabase::LayerIds() const {
   if (layer_ids_generation_ != doc_.generation()) {
     layer_ids_.clear();
+    raw_layer_ids_.clear();
     for (const model::LayerInfo& layer : model::Layers(doc_))
       layer_ids_.emplace(LowerAscii(layer.name), IdOf(doc_, layer.id));
     layer_ids_generation_ = doc_.generation();
@@ -94,10 +95,14 @@ od::ObjectId EmbeddedDatabase::LayerOf(od::EntityId entity) const {
   });
   if (!found) return od::kNullId;
   const auto& ids = LayerIds();
+  for (const auto& [text, id] : raw_layer_ids_)
+    if (text == raw) return id;
   // Layer names are mostly ASCII: look up the raw text first, decode only when needed.
   auto it = ids.find(LowerAscii(raw));
   if (it == ids.end()) it = ids.find(LowerAscii(doc_.Decode(raw)));
-  return it == ids.end() ? od::kNullId : it->second;
+  od::ObjectId id = it == ids.end() ? od::kNullId : it->second;
+  if (raw_layer_ids_.size() < 64) raw_layer_ids_.emplace_back(std::string(raw), id);
+  return id;
 }
 
 std::string EmbeddedDatabase::EntityType(od::EntityId entity) const {

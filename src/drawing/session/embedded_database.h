@@ -63,6 +63,8 @@ class EmbeddedDatabase : public od::Database {
   ChangeListener& listener_;
   mutable std::unordered_map<std::string, od::ObjectId> layer_ids_;
   mutable uint64_t layer_ids_generation_ = ~uint64_t{0};
+  // Layer ids by the exact text entities hold (few distinct texts, looked up per entity).
+  mutable std::vector<std::pair<std::string, od::ObjectId>> raw_layer_ids_;
   mutable std::unique_ptr<geom::SpatialIndex> index_;
   mutable uint64_t index_generation_ = ~uint64_t{0};
   int lock_count_ = 0;

@@ -1,0 +1,60 @@
+// The core's walks over a loaded drawing: gathering all of model space through the layer
+// filter, and every entity's table names, as the commands do them through the host interface.
+#include <benchmark/benchmark.h>
+
+#include "bench_data.h"
+#include "drawing/session/session.h"
+#include "od/catalogue.h"
+#include "od/gathering.h"
+
+namespace {
+
+using veltor::session::LinesInput;
+using veltor::session::Session;
+
+// A session holding the drawing, answering every prompt with Enter.
+struct LoadedSession {
+  Session session{[](std::string_view) {}};
+  std::unique_ptr<LinesInput> input;
+  bool Load(benchmark::State& state) {
+    auto doc = veltor::bench::LoadCity(state);
+    if (!doc) return false;
+    session.AddDocument(std::move(doc), "city.dxf");
+    return true;
+  }
+  void AnswerEnter() {
+    input = std::make_unique<LinesInput>(std::vector<std::string>{""}, nullptr);
+    session.SetInput(input.get());
+  }
+};
+
+void BM_GatherEntities(benchmark::State& state) {
+  LoadedSession s;
+  if (!s.Load(state)) return;
+  size_t gathered = 0;
+  for (auto _ : state) {
+    s.AnswerEnter();
+    gathered = veltor::od::GatherEntities(s.session).entities.size();
+    benchmark::DoNotOptimize(gathered);
+  }
+  state.counters["entities"] = static_cast<double>(gathered);
+}
+
+void BM_EntityTableNamesWalk(benchmark::State& state) {
+  LoadedSession s;
+  if (!s.Load(state)) return;
+  veltor::od::EntityList all = s.session.WorkingDatabase()->ModelSpaceEntities();
+  const veltor::od::ObjectDataContainer& container = (*s.session.ActiveProject())->Container();
+  size_t records = 0;
+  for (auto _ : state) {
+    records = 0;
+    for (veltor::od::EntityId id : all) records += veltor::od::GetEntityTableNames(container, id).size();
+    benchmark::DoNotOptimize(records);
+  }
+  state.counters["records"] = static_cast<double>(records);
+}
+
+}  // namespace
+
+BENCHMARK(BM_GatherEntities)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_EntityTableNamesWalk)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
