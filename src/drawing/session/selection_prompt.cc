@@ -1,7 +1,8 @@
 // The object selection prompt of the embedded host ("Select objects: ").
 //
-// Accepted answers: entity handles, ALL, W (window: entities whose extents lie inside),
-// C (crossing: entities whose extents meet the window), P (previous selection), L (last
+// Accepted answers: entity handles, ALL (all but frozen layers), W (window: entities whose
+// extents lie inside), C (crossing: entities whose extents meet the window; both leave out
+// frozen and off layers), P (previous selection), L (last
 // entity), R and A (switch between removing and adding), Enter to finish. A selection holds
 // each entity once.
 #include <algorithm>
@@ -57,8 +58,13 @@ od::PromptResult<od::EntityList> SessionEditor::SelectObjects() {
     if (b.status != od::PromptStatus::kOk) return false;
     od::Box3 box{{std::min(a.value.x, b.value.x), std::min(a.value.y, b.value.y), -1e300},
                  {std::max(a.value.x, b.value.x), std::max(a.value.y, b.value.y), 1e300}};
+    // What cannot be seen cannot be picked: entities on frozen or off layers are left out.
+    std::unordered_set<od::ObjectId> invisible;
+    for (const od::LayerInfo& layer : doc->database.Layers())
+      if (layer.frozen || layer.off) invisible.insert(layer.id);
     od::EntityList found;
     for (od::EntityId id : doc->database.EntitiesInBox(box)) {
+      if (invisible.count(doc->database.LayerOf(id))) continue;
       if (!crossing) {
         auto e = doc->database.GeomExtents(id);
         if (!e || e->min.x < box.min.x || e->min.y < box.min.y || e->max.x > box.max.x ||
