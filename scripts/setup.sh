@@ -5,7 +5,7 @@ set -euo pipefail
 
 packages=(
   g++ clang cmake ninja-build make pkg-config
-  libgtest-dev googletest libbenchmark-dev libboost-dev
+  libgtest-dev googletest libbenchmark-dev libboost-dev libedit-dev
   python3-ezdxf gdal-bin
 )
 

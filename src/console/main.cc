@@ -1,71 +1,132 @@
-// veltor: the console front end.
-//   veltor --info DRAWING       print a summary of a drawing
-//   veltor DRAWING -o OUT       open a drawing and save it to a new file
+// veltor: the console front end. See docs/console.md.
+#include <unistd.h>
+
 #include <cstdio>
-#include <cstring>
+#include <memory>
 #include <string>
 
+#include "app/veltor_app.h"
+#include "console/console_ui.h"
 #include "console/info_report.h"
-#include "drawing/model/document.h"
+#include "console/options.h"
+#include "console/terminal_input.h"
+#include "drawing/session/host_commands.h"
+#include "drawing/session/session.h"
 
 namespace {
+
+using veltor::console::Options;
 
 constexpr int kExitUsage = 2;
 constexpr int kExitBadDrawing = 3;
 constexpr int kExitWriteFailed = 4;
+constexpr int kExitScriptRefused = 5;
+constexpr int kExitScriptUnreadable = 6;
 
-int Usage(const char* message) {
-  if (message) std::fprintf(stderr, "veltor: %s\n", message);
-  std::fprintf(stderr,
-               "usage: veltor --info DRAWING\n"
-               "       veltor DRAWING -o OUT\n"
-               "       veltor --help | --version\n");
-  return kExitUsage;
+int Info(const std::string& path) {
+  auto doc = veltor::model::Document::Open(path);
+  if (!doc.ok()) {
+    std::fprintf(stderr, "veltor: %s\n", doc.message().c_str());
+    return kExitBadDrawing;
+  }
+  std::fputs(veltor::console::InfoReport(**doc).c_str(), stdout);
+  return 0;
+}
+
+std::vector<std::string> CommandNames(const veltor::session::Session& session) {
+  std::vector<std::string> names;
+  for (const auto& c : session.Commands()) names.push_back(c.global_name);
+  return names;
+}
+
+int Run(const Options& options) {
+  veltor::session::Session session([](std::string_view text) {
+    std::fwrite(text.data(), 1, text.size(), stdout);
+  });
+  veltor::session::RegisterHostCommands(session);
+  veltor::console::ConsoleUi ui(session.Ed());
+  session.SetUi(&ui);
+  session.LoadModule(veltor::app::AcrxEntryPoint);
+
+  if (!options.drawing.empty()) {
+    veltor::Status opened = session.OpenDocument(options.drawing);
+    if (!opened.ok()) {
+      std::fprintf(stderr, "veltor: %s\n", opened.message().c_str());
+      return kExitBadDrawing;
+    }
+    for (const std::string& w : session.active()->doc->warnings())
+      std::fprintf(stderr, "veltor: warning: %s\n", w.c_str());
+  } else {
+    session.NewDocument();
+  }
+  veltor::session::SessionDocument* first = session.active();
+
+  std::unique_ptr<veltor::session::LinesInput> script;
+  std::unique_ptr<veltor::console::TerminalInput> terminal;
+  bool from_terminal = !options.scripted() && isatty(STDIN_FILENO);
+  if (from_terminal) {
+    terminal = std::make_unique<veltor::console::TerminalInput>(CommandNames(session));
+    session.SetInput(terminal.get());
+    session.SetInteractive(true);
+  } else {
+    std::vector<std::string> lines;
+    if (!options.script.empty() || !options.scripted()) {
+      auto read = veltor::console::ReadScript(options.script.empty() ? "-" : options.script);
+      if (!read.ok()) {
+        std::fprintf(stderr, "veltor: %s\n", read.message().c_str());
+        return kExitScriptUnreadable;
+      }
+      lines = std::move(read).value();
+    }
+    lines.insert(lines.end(), options.lines.begin(), options.lines.end());
+    script = std::make_unique<veltor::session::LinesInput>(
+        std::move(lines), [](const std::string& t) { std::fputs(t.c_str(), stdout); });
+    session.SetInput(script.get());
+  }
+
+  session.RunLoop();
+  std::fflush(stdout);
+  int status = 0;
+  if (script && script->failed()) {
+    std::fprintf(stderr, "veltor: script line %zu refused: %s\n", script->line_number(),
+                 script->failure().c_str());
+    status = kExitScriptRefused;
+  }
+
+  // Saving is explicit: the drawing the console started with goes to -o OUT or over itself.
+  bool still_open = false;
+  for (size_t i = 0; i < session.document_count(); ++i)
+    if (session.ActivateDocument(i).ok() && session.active() == first) still_open = true;
+  if (status == 0 && still_open && (!options.output.empty() || options.in_place)) {
+    std::string target = options.in_place ? options.drawing : options.output;
+    veltor::Status saved = first->doc->Save(target);
+    if (!saved.ok()) {
+      std::fprintf(stderr, "veltor: %s\n", saved.message().c_str());
+      status = kExitWriteFailed;
+    }
+  } else if (!from_terminal && still_open && first->doc->modified()) {
+    std::fprintf(stderr, "veltor: changes were not saved (give -o OUT or --in-place to save them)\n");
+  }
+  session.UnloadModules();
+  return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  std::string drawing, output;
-  bool info = false;
-  for (int i = 1; i < argc; ++i) {
-    std::string arg = argv[i];
-    if (arg == "--help" || arg == "-h") {
-      Usage(nullptr);
-      return 0;
-    }
-    if (arg == "--version") {
-      std::printf("veltor %s\n", VELTOR_VERSION);
-      return 0;
-    }
-    if (arg == "--info") {
-      info = true;
-    } else if (arg == "-o") {
-      if (i + 1 >= argc) return Usage("-o needs a file name");
-      output = argv[++i];
-    } else if (!arg.empty() && arg[0] == '-') {
-      return Usage(("unknown option " + arg).c_str());
-    } else if (drawing.empty()) {
-      drawing = arg;
-    } else {
-      return Usage("more than one drawing given");
-    }
+  auto options = veltor::console::ParseOptions(argc, argv);
+  if (!options.ok()) {
+    std::fprintf(stderr, "veltor: %s\n%s", options.message().c_str(), veltor::console::kUsage);
+    return kExitUsage;
   }
-  if (drawing.empty()) return Usage("no drawing given");
-  if (!info && output.empty()) return Usage("nothing to do: give --info or -o OUT");
-
-  auto doc = veltor::model::Document::Open(drawing);
-  if (!doc.ok()) {
-    std::fprintf(stderr, "veltor: %s\n", doc.message().c_str());
-    return kExitBadDrawing;
+  if (options->help) {
+    std::fputs(veltor::console::kUsage, stdout);
+    return 0;
   }
-  if (info) std::fputs(veltor::console::InfoReport(**doc).c_str(), stdout);
-  if (!output.empty()) {
-    veltor::Status saved = (*doc)->Save(output);
-    if (!saved.ok()) {
-      std::fprintf(stderr, "veltor: %s\n", saved.message().c_str());
-      return kExitWriteFailed;
-    }
+  if (options->version) {
+    std::printf("veltor %s\n", VELTOR_VERSION);
+    return 0;
   }
-  return 0;
+  if (options->info) return Info(options->drawing);
+  return Run(*options);
 }

@@ -27,6 +27,7 @@ struct CommandInfo {
   std::string global_name;
   std::string local_name;
   int flags = kCmdModal;
+  std::string summary;  // what the command does, one line (shown by HELP)
 };
 
 // Result codes of the command-line interface.

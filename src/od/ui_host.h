@@ -7,6 +7,7 @@
 namespace veltor::od {
 
 class DialogModel;
+class Palette;
 
 enum class DialogResult { kOk, kCancel };
 enum class MessageButtons { kOk, kOkCancel, kYesNo, kYesNoCancel };
@@ -25,6 +26,12 @@ class UiHost {
   virtual std::optional<std::string> SaveFileDialog(const std::string& title,
                                                     const std::string& filter,
                                                     const std::string& default_name) = 0;
+  // Shows a palette (creating its window on first use); false when this front end has no
+  // way to show it. Palettes stay owned by the module.
+  virtual bool ShowPalette(Palette& palette) {
+    (void)palette;
+    return false;
+  }
 };
 
 }  // namespace veltor::od

@@ -9,7 +9,7 @@ class CommandStackTest : public testing::SessionFixture {
  protected:
   void Add(const std::string& name, int flags, std::function<void()> handler,
            const std::string& local = "") {
-    od::CommandInfo info{"TEST", name, local.empty() ? name : local, flags};
+    od::CommandInfo info{"TEST", name, local.empty() ? name : local, flags, ""};
     ASSERT_TRUE(session_.AddCommand(info, std::move(handler)).ok());
   }
   std::vector<std::string> ran_;
@@ -28,7 +28,7 @@ TEST_F(CommandStackTest, NamesMatchInAnyCaseWithPrefixes) {
   EXPECT_FALSE(session_.Execute("VELTOR_RENAME_COLUMNS"));
   EXPECT_NE(out().find("Unknown command \"VELTOR_RENAME_COLUMNS\".  Type HELP for a list of commands.\n"),
             std::string::npos);
-  EXPECT_FALSE(session_.AddCommand({"TEST", "veltor_x", "veltor_x", 0}, [] {}).ok());
+  EXPECT_FALSE(session_.AddCommand({"TEST", "veltor_x", "veltor_x", 0, ""}, [] {}).ok());
 }
 
 TEST_F(CommandStackTest, PickSetCommandsSeeThePickfirstAndModalOnesClearIt) {

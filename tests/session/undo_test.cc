@@ -24,7 +24,7 @@ class UndoTest : public testing::SessionFixture {
   // A command that touches everything an editing command can: a new table, records added,
   // changed and removed, an entity erased and one created, a layer state and LUPREC.
   void RegisterEditCommand() {
-    od::CommandInfo info{"TEST", "EDIT", "EDIT", od::kCmdModal};
+    od::CommandInfo info{"TEST", "EDIT", "EDIT", od::kCmdModal, ""};
     ASSERT_TRUE(session_
                     .AddCommand(info,
                                 [this] {
@@ -96,7 +96,7 @@ TEST_F(UndoTest, AChangeAfterUndoDropsTheRedo) {
   Answer({});
   ASSERT_TRUE(session_.Execute("EDIT"));
   ASSERT_TRUE(session_.Execute("U"));
-  od::CommandInfo info{"TEST", "TOUCH", "TOUCH", od::kCmdModal};
+  od::CommandInfo info{"TEST", "TOUCH", "TOUCH", od::kCmdModal, ""};
   ASSERT_TRUE(session_.AddCommand(info, [this] { AddPoint(); }).ok());
   ASSERT_TRUE(session_.Execute("TOUCH"));
   EXPECT_TRUE(session_.Redo(1).empty());

@@ -10,9 +10,19 @@ namespace veltor::session {
 
 inline constexpr char kHostGroup[] = "ACAD";
 
-void AddHostCommand(Session& s, const std::string& name, int flags, std::function<void()> handler);
+void AddHostCommand(Session& s, const std::string& name, int flags, const std::string& summary,
+                    std::function<void()> handler);
+
+// Every host command below.
+void RegisterHostCommands(Session& s);
 
 // UNDO, U, MREDO, REDO, SELECT, ZOOM.
 void RegisterUndoCommands(Session& s);
+// OPEN, NEW, SAVE, SAVEAS, CLOSE, QUIT.
+void RegisterFileCommands(Session& s);
+// ODTABLE, ODATTACH, ODEDIT, ODDETACH: Object Data by hand.
+void RegisterObjectDataCommands(Session& s);
+// LIST, LAYER, HELP.
+void RegisterInfoCommands(Session& s);
 
 }  // namespace veltor::session

@@ -107,25 +107,25 @@ Result<od::Project*> Session::ActiveProject() {
 void Session::SendToModules(int message) {
   for (size_t i = 0; i < modules_.size(); ++i) {
     loading_module_ = i;
-    modules_[i](message, this);
+    modules_[i](message, Packet());
   }
 }
 
 void Session::LoadModule(od::ModuleEntry entry) {
   modules_.push_back(std::move(entry));
   loading_module_ = modules_.size() - 1;
-  modules_.back()(od::kInitAppMsg, this);
+  modules_.back()(od::kInitAppMsg, Packet());
   for (size_t i = 0; i < documents_.size(); ++i) {
     loading_module_ = modules_.size() - 1;
-    modules_.back()(od::kLoadDwgMsg, this);
+    modules_.back()(od::kLoadDwgMsg, Packet());
   }
 }
 
 void Session::UnloadModules() {
   while (!modules_.empty()) {
     loading_module_ = modules_.size() - 1;
-    for (size_t i = 0; i < documents_.size(); ++i) modules_.back()(od::kUnloadDwgMsg, this);
-    modules_.back()(od::kUnloadAppMsg, this);
+    for (size_t i = 0; i < documents_.size(); ++i) modules_.back()(od::kUnloadDwgMsg, Packet());
+    modules_.back()(od::kUnloadAppMsg, Packet());
     size_t gone = modules_.size() - 1;
     lisp_functions_.erase(std::remove_if(lisp_functions_.begin(), lisp_functions_.end(),
                                          [&](const LispFunction& f) { return f.module == gone; }),
@@ -211,7 +211,7 @@ bool Session::CallLisp(const std::string& expression) {
   for (const LispFunction& f : lisp_functions_) {
     if (!od::EqualsIgnoreCase(f.name, name) || f.module >= modules_.size()) continue;
     current_lisp_ = f.index;
-    int result = modules_[f.module](od::kInvkSubrMsg, this);
+    int result = modules_[f.module](od::kInvkSubrMsg, Packet());
     current_lisp_ = -1;
     Print(result == od::kRetOk ? "nil\n" : "; error: function failed\n");
     return true;

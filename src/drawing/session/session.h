@@ -34,6 +34,9 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   void SetInput(InputSource* input) { input_ = input; }  // not owned
   InputSource* input() { return input_; }
   void SetUi(od::UiHost* ui) { ui_ = ui; }  // not owned; nullptr: dialogs cancel
+  // True when a person answers at a terminal (QUIT and CLOSE then offer to save).
+  void SetInteractive(bool interactive) { interactive_ = interactive; }
+  bool interactive() const { return interactive_; }
   void Print(std::string_view text) { output_(text); }
 
   // --- documents ---
@@ -129,6 +132,8 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   const Command* Find(const std::string& typed) const;
   void Run(const Command& command, bool transparent);
   void SendToModules(int message);
+  // The application packet modules receive: this session as their od::Host.
+  void* Packet() { return static_cast<od::Host*>(this); }
   void FireUndoReactors(const dxf::UndoGroup& group);
   // ChangeListener: forwarded to the reactors.
   void Appended(od::ObjectId id) override;
@@ -154,6 +159,7 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   int depth_ = 0;
   bool cancel_requested_ = false;
   bool quit_ = false;
+  bool interactive_ = false;
   bool unlocked_ = false;
   bool mdi_aware_ = false;
   int class_tree_builds_ = 0;

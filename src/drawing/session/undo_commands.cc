@@ -74,8 +74,10 @@ void ZoomCommand(Session& s) {
 
 }  // namespace
 
-void AddHostCommand(Session& s, const std::string& name, int flags, std::function<void()> handler) {
+void AddHostCommand(Session& s, const std::string& name, int flags, const std::string& summary,
+                    std::function<void()> handler) {
   od::CommandInfo info;
+  info.summary = summary;
   info.group = kHostGroup;
   info.global_name = name;
   info.local_name = name;
@@ -84,12 +86,20 @@ void AddHostCommand(Session& s, const std::string& name, int flags, std::functio
 }
 
 void RegisterUndoCommands(Session& s) {
-  AddHostCommand(s, "UNDO", od::kCmdModal, [&s] { UndoCommand(s); });
-  AddHostCommand(s, "U", od::kCmdModal, [&s] { PrintReplayed(s, s.Undo(1), "Everything has been undone\n"); });
-  AddHostCommand(s, "MREDO", od::kCmdModal, [&s] { RedoCommand(s, true); });
-  AddHostCommand(s, "REDO", od::kCmdModal, [&s] { RedoCommand(s, false); });
-  AddHostCommand(s, "SELECT", od::kCmdModal, [&s] { SelectCommand(s); });
-  AddHostCommand(s, "ZOOM", od::kCmdTransparent | od::kCmdUsePickSet, [&s] { ZoomCommand(s); });
+  AddHostCommand(s, "UNDO", od::kCmdModal, "Undoes the last commands (asks how many)",
+                 [&s] { UndoCommand(s); });
+  AddHostCommand(s, "U", od::kCmdModal, "Undoes the last command",
+                 [&s] { PrintReplayed(s, s.Undo(1), "Everything has been undone\n"); });
+  AddHostCommand(s, "MREDO", od::kCmdModal, "Redoes undone commands (asks how many)",
+                 [&s] { RedoCommand(s, true); });
+  AddHostCommand(s, "REDO", od::kCmdModal, "Redoes the last undone command",
+                 [&s] { RedoCommand(s, false); });
+  AddHostCommand(s, "SELECT", od::kCmdModal,
+                 "Selects objects; they become the current and the previous selection",
+                 [&s] { SelectCommand(s); });
+  AddHostCommand(s, "ZOOM", od::kCmdTransparent | od::kCmdUsePickSet,
+                 "Zooms the view (takes its answers; the console has no view)",
+                 [&s] { ZoomCommand(s); });
 }
 
 }  // namespace veltor::session

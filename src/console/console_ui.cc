@@ -1,0 +1,129 @@
+#include "console/console_ui.h"
+
+#include <filesystem>
+#include <vector>
+
+#include "console/dialog_renderer.h"
+#include "od/text.h"
+
+namespace veltor::console {
+
+namespace {
+
+std::string Trim(const std::string& text) {
+  size_t b = text.find_first_not_of(" \t\r\n");
+  if (b == std::string::npos) return "";
+  size_t e = text.find_last_not_of(" \t\r\n");
+  return text.substr(b, e - b + 1);
+}
+
+std::string Title(const std::string& title) {
+  if (title.empty()) return "";
+  size_t width = 0;
+  for (char c : title)
+    if ((static_cast<unsigned char>(c) & 0xC0) != 0x80) ++width;
+  return title + "\n" + std::string(width, '-') + "\n";
+}
+
+}  // namespace
+
+std::string FilterPatterns(const std::string& filter) {
+  std::string patterns;
+  size_t start = 0;
+  for (int field = 0; start <= filter.size(); ++field) {
+    size_t end = filter.find('|', start);
+    if (end == std::string::npos) end = filter.size();
+    std::string piece = Trim(filter.substr(start, end - start));
+    if (field % 2 == 1 && !piece.empty()) patterns += (patterns.empty() ? "" : ";") + piece;
+    start = end + 1;
+  }
+  return patterns;
+}
+
+od::DialogResult ConsoleUi::ShowModal(od::DialogModel& dialog) {
+  return DialogRenderer(editor_).Show(dialog);
+}
+
+od::MessageAnswer ConsoleUi::MessageBox(const std::string& title, const std::string& text,
+                                        od::MessageButtons buttons) {
+  std::string shown = text;
+  for (size_t at = shown.find('\r'); at != std::string::npos; at = shown.find('\r', at))
+    shown.erase(at, 1);
+  if (!shown.empty() && shown.back() != '\n') shown += '\n';
+  editor_.Print(Title(title) + shown);
+
+  struct Choice {
+    const char* keyword;
+    od::MessageAnswer answer;
+  };
+  std::vector<Choice> choices;
+  switch (buttons) {
+    case od::MessageButtons::kOk:
+      return od::MessageAnswer::kOk;
+    case od::MessageButtons::kOkCancel:
+      choices = {{"OK", od::MessageAnswer::kOk}, {"Cancel", od::MessageAnswer::kCancel}};
+      break;
+    case od::MessageButtons::kYesNo:
+      choices = {{"Yes", od::MessageAnswer::kYes}, {"No", od::MessageAnswer::kNo}};
+      break;
+    case od::MessageButtons::kYesNoCancel:
+      choices = {{"Yes", od::MessageAnswer::kYes},
+                 {"No", od::MessageAnswer::kNo},
+                 {"Cancel", od::MessageAnswer::kCancel}};
+      break;
+  }
+  std::string names;
+  for (const Choice& choice : choices) names += (names.empty() ? "" : "/") + std::string(choice.keyword);
+  const std::string prompt = "Answer [" + names + "] <" + choices.front().keyword + ">: ";
+  for (;;) {
+    od::PromptResult<std::string> answer = editor_.GetString(prompt, true);
+    if (answer.status == od::PromptStatus::kCancel) return od::MessageAnswer::kCancel;
+    std::string typed = Trim(answer.value);
+    if (typed.empty()) return choices.front().answer;
+    if (od::EqualsIgnoreCase(typed, "Cancel")) return od::MessageAnswer::kCancel;
+    for (const Choice& choice : choices)
+      if (MatchesKeyword(typed, choice.keyword)) return choice.answer;
+    editor_.Print("Requires one of: " + names + ".\n");
+  }
+}
+
+std::optional<std::string> ConsoleUi::AskPath(const std::string& prompt) {
+  od::PromptResult<std::string> answer = editor_.GetString(prompt, true);
+  if (answer.status == od::PromptStatus::kCancel) return std::nullopt;
+  std::string path = Trim(answer.value);
+  if (path.size() >= 2 && path.front() == '"' && path.back() == '"')
+    path = path.substr(1, path.size() - 2);
+  if (path.empty() || od::EqualsIgnoreCase(path, "Cancel")) return std::nullopt;
+  return path;
+}
+
+std::optional<std::string> ConsoleUi::OpenFileDialog(const std::string& title,
+                                                     const std::string& filter) {
+  std::string patterns = FilterPatterns(filter);
+  const std::string prompt =
+      title + (patterns.empty() ? "" : " (" + patterns + ")") + ", Enter to cancel: ";
+  for (;;) {
+    std::optional<std::string> path = AskPath(prompt);
+    if (!path) return std::nullopt;
+    std::error_code error;
+    if (std::filesystem::is_regular_file(*path, error)) return path;
+    editor_.Print("No such file: " + *path + "\n");
+  }
+}
+
+std::optional<std::string> ConsoleUi::SaveFileDialog(const std::string& title,
+                                                     const std::string& filter,
+                                                     const std::string& default_name) {
+  std::string patterns = FilterPatterns(filter);
+  std::string prompt = title + (patterns.empty() ? "" : " (" + patterns + ")");
+  if (!default_name.empty()) prompt += ", * for " + default_name;
+  prompt += ", Enter to cancel: ";
+  std::optional<std::string> path = AskPath(prompt);
+  if (path && *path == "*") {
+    if (default_name.empty()) return std::nullopt;
+    return default_name;
+  }
+  return path;
+}
+
+}  // namespace veltor::console

@@ -1,0 +1,86 @@
+#include "console/options.h"
+
+#include <fstream>
+#include <iostream>
+#include <sstream>
+
+namespace veltor::console {
+
+const char kUsage[] =
+    "usage: veltor [DRAWING] [-s FILE|-] [-c LINE]... [-o OUT | --in-place]\n"
+    "       veltor --info DRAWING\n"
+    "       veltor --help | --version\n"
+    "\n"
+    "  DRAWING       a DXF drawing to open (otherwise a new empty drawing)\n"
+    "  -s FILE       run a script: each line answers the next prompt (- reads standard input)\n"
+    "  -c LINE       run one script line; may be repeated\n"
+    "  -o OUT        save the drawing to OUT when the script has run\n"
+    "  --in-place    save the drawing over DRAWING (the old file is kept as DRAWING.bak)\n"
+    "  --info        print a summary of DRAWING and stop\n"
+    "Without a script, veltor reads commands from the terminal (or from standard input when\n"
+    "it is not a terminal). Exit status: 0 done, 2 usage, 3 unreadable drawing, 4 save failed,\n"
+    "5 a script line was refused, 6 unreadable script.\n";
+
+Result<Options> ParseOptions(int argc, const char* const* argv) {
+  Options o;
+  for (int i = 1; i < argc; ++i) {
+    std::string arg = argv[i];
+    auto value = [&](const char* what) -> Result<std::string> {
+      if (i + 1 >= argc) return Status::Error(arg + " needs " + what);
+      return std::string(argv[++i]);
+    };
+    if (arg == "--help" || arg == "-h") {
+      o.help = true;
+    } else if (arg == "--version") {
+      o.version = true;
+    } else if (arg == "--info") {
+      o.info = true;
+    } else if (arg == "--in-place") {
+      o.in_place = true;
+    } else if (arg == "-o" || arg == "-s" || arg == "-c") {
+      Result<std::string> v = value(arg == "-o" ? "a file name" : arg == "-s" ? "a script file" : "a line");
+      if (!v.ok()) return v.status();
+      if (arg == "-o") o.output = *v;
+      else if (arg == "-s") o.script = *v;
+      else o.lines.push_back(*v);
+    } else if (arg.size() > 1 && arg[0] == '-') {
+      return Status::Error("unknown option " + arg);
+    } else if (o.drawing.empty()) {
+      o.drawing = arg;
+    } else {
+      return Status::Error("more than one drawing given");
+    }
+  }
+  if (o.help || o.version) return o;
+  if (o.info && o.drawing.empty()) return Status::Error("--info needs a drawing");
+  if (o.in_place && o.drawing.empty()) return Status::Error("--in-place needs a drawing");
+  if (o.in_place && !o.output.empty()) return Status::Error("give either -o or --in-place");
+  return o;
+}
+
+Result<std::vector<std::string>> ReadScript(const std::string& path) {
+  std::stringstream bytes;
+  if (path == "-") {
+    bytes << std::cin.rdbuf();
+  } else {
+    std::ifstream in(path, std::ios::binary);
+    if (!in) return Status::Error(path + ": cannot read the script");
+    bytes << in.rdbuf();
+    if (in.bad()) return Status::Error(path + ": cannot read the script");
+  }
+  std::string text = bytes.str();
+  if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
+  std::vector<std::string> lines;
+  size_t start = 0;
+  while (start < text.size()) {
+    size_t end = text.find('\n', start);
+    if (end == std::string::npos) end = text.size();
+    std::string line = text.substr(start, end - start);
+    if (!line.empty() && line.back() == '\r') line.pop_back();
+    lines.push_back(std::move(line));
+    start = end + 1;
+  }
+  return lines;
+}
+
+}  // namespace veltor::console

@@ -1,0 +1,262 @@
+// Object Data by hand: define, change and delete tables (ODTABLE), attach records
+// (ODATTACH), edit them (ODEDIT) and detach them (ODDETACH).
+#include "drawing/session/host_commands.h"
+#include "od/format.h"
+#include "od/gathering.h"
+
+namespace veltor::session {
+
+namespace {
+
+od::ObjectDataContainer* ContainerOrSay(Session& s) {
+  Result<od::Project*> project = s.ActiveProject();
+  if (!project.ok()) {
+    s.editor().Refuse("Error: " + project.message());
+    return nullptr;
+  }
+  return &(*project)->Container();
+}
+
+void Fail(Session& s, const Status& status) { s.editor().Refuse("Error: " + status.message()); }
+
+// Asks for an existing table's name; "?" lists the tables first.
+std::optional<od::TableDefinition> AskTable(Session& s, od::ObjectDataContainer& c,
+                                            const std::string& prompt) {
+  for (;;) {
+    od::PromptResult<std::string> name = s.Ed().GetString(prompt, true);
+    if (name.status != od::PromptStatus::kOk || name.value.empty()) return std::nullopt;
+    if (name.value == "?") {
+      for (const std::string& t : c.TableNames()) s.Print("  " + t + "\n");
+      continue;
+    }
+    Result<od::TableDefinition> def = c.GetTable(name.value);
+    if (def.ok()) return *def;
+    if (!s.editor().Refuse("Error: no table named '" + name.value + "'.")) return std::nullopt;
+  }
+}
+
+// Asks for a value of `type`; Enter keeps `value`. False when cancelled or refused.
+bool AskValue(Session& s, const std::string& prompt, od::Value& value) {
+  for (;;) {
+    od::PromptResult<std::string> text =
+        s.Ed().GetString(prompt + " <" + od::ValueToText(value) + ">: ", true);
+    if (text.status != od::PromptStatus::kOk) return false;
+    if (text.value.empty()) return true;
+    od::Value candidate = value;
+    if (od::SetValueFromText(candidate, text.value)) {
+      value = candidate;
+      return true;
+    }
+    if (!s.editor().Refuse("Requires a point: x,y,z.")) return false;
+  }
+}
+
+std::optional<od::ValueType> AskType(Session& s) {
+  for (;;) {
+    od::PromptResult<std::string> answer =
+        s.Ed().GetString("Type [Integer/Real/Character/Point] <Character>: ", false);
+    if (answer.status != od::PromptStatus::kOk) return std::nullopt;
+    if (answer.value.empty() || od::MatchesKeyword(answer.value, "character"))
+      return od::ValueType::kCharacter;
+    if (od::MatchesKeyword(answer.value, "integer")) return od::ValueType::kInteger;
+    if (od::MatchesKeyword(answer.value, "real")) return od::ValueType::kReal;
+    if (od::MatchesKeyword(answer.value, "point")) return od::ValueType::kPoint;
+    if (!s.editor().Refuse("Requires Integer, Real, Character or Point.")) return std::nullopt;
+  }
+}
+
+std::optional<od::ColumnDefinition> AskColumn(Session& s, const std::string& prompt) {
+  od::PromptResult<std::string> name = s.Ed().GetString(prompt, true);
+  if (name.status != od::PromptStatus::kOk || name.value.empty()) return std::nullopt;
+  od::ColumnDefinition column;
+  column.name = name.value;
+  std::optional<od::ValueType> type = AskType(s);
+  if (!type) return std::nullopt;
+  column.type = *type;
+  column.default_value = od::Value(*type);
+  if (!AskValue(s, "Default value", column.default_value)) return std::nullopt;
+  od::PromptResult<std::string> description = s.Ed().GetString("Description <>: ", true);
+  if (description.status != od::PromptStatus::kOk) return std::nullopt;
+  column.description = description.value;
+  return column;
+}
+
+void ListTables(Session& s, od::ObjectDataContainer& c) {
+  std::vector<std::string> names = c.TableNames();
+  if (names.empty()) s.Print("No Object Data tables are defined.\n");
+  for (const std::string& name : names) {
+    Result<od::TableDefinition> def = c.GetTable(name);
+    if (!def.ok()) continue;
+    s.Print(od::Format("%s (%i columns)%s%s\n", name.c_str(), static_cast<int>(def->columns.size()),
+                       def->description.empty() ? "" : ": ", def->description.c_str()));
+    for (const od::ColumnDefinition& col : def->columns)
+      s.Print(od::Format("  %-20s %-9s default %s\n", col.name.c_str(), od::TypeName(col.type),
+                         od::ValueToText(col.default_value).c_str()));
+  }
+}
+
+void NewTable(Session& s, od::ObjectDataContainer& c) {
+  od::PromptResult<std::string> name = s.Ed().GetString("Table name: ", true);
+  if (name.status != od::PromptStatus::kOk || name.value.empty()) return;
+  od::TableDefinition def;
+  def.name = name.value;
+  od::PromptResult<std::string> description = s.Ed().GetString("Description <>: ", true);
+  if (description.status != od::PromptStatus::kOk) return;
+  def.description = description.value;
+  while (auto column = AskColumn(s, "Column name or Enter to finish: ")) def.columns.push_back(*column);
+  if (s.input() && s.input()->failed()) return;
+  if (Status made = c.CreateTable(def); !made.ok()) return Fail(s, made);
+  s.Print(od::Format("Table %s defined with %i columns.\n", def.name.c_str(),
+                     static_cast<int>(def.columns.size())));
+}
+
+void ChangeColumns(Session& s, od::ObjectDataContainer& c) {
+  auto table = AskTable(s, c, "Table name (? to list): ");
+  if (!table) return;
+  od::PromptResult<std::string> option = s.Ed().GetString("[Add/Delete/Rename] <Add>: ", false);
+  if (option.status != od::PromptStatus::kOk) return;
+  Status done;
+  if (option.value.empty() || od::MatchesKeyword(option.value, "add")) {
+    auto column = AskColumn(s, "Column name: ");
+    if (!column) return;
+    done = c.AddColumn(table->name, *column);
+  } else if (od::MatchesKeyword(option.value, "delete")) {
+    od::PromptResult<std::string> column = s.Ed().GetString("Column name: ", true);
+    if (column.status != od::PromptStatus::kOk || column.value.empty()) return;
+    done = c.RemoveColumn(table->name, column.value);
+  } else if (od::MatchesKeyword(option.value, "rename")) {
+    od::PromptResult<std::string> column = s.Ed().GetString("Column name: ", true);
+    if (column.status != od::PromptStatus::kOk || column.value.empty()) return;
+    od::PromptResult<std::string> to = s.Ed().GetString("New name: ", true);
+    if (to.status != od::PromptStatus::kOk || to.value.empty()) return;
+    done = c.RenameColumn(table->name, column.value, to.value);
+  } else {
+    s.editor().Refuse("Requires Add, Delete or Rename.");
+    return;
+  }
+  if (!done.ok()) return Fail(s, done);
+  s.Print("Table " + table->name + " changed.\n");
+}
+
+void TableCommand(Session& s) {
+  od::ObjectDataContainer* c = ContainerOrSay(s);
+  if (!c) return;
+  od::PromptResult<std::string> option =
+      s.Ed().GetString("Enter an option [New/Columns/Rename/Delete/List] <List>: ", false);
+  if (option.status != od::PromptStatus::kOk) return;
+  const std::string& o = option.value;
+  if (o.empty() || od::MatchesKeyword(o, "list")) return ListTables(s, *c);
+  if (od::MatchesKeyword(o, "new")) return NewTable(s, *c);
+  if (od::MatchesKeyword(o, "columns")) return ChangeColumns(s, *c);
+  if (od::MatchesKeyword(o, "rename")) {
+    auto table = AskTable(s, *c, "Table name (? to list): ");
+    if (!table) return;
+    od::PromptResult<std::string> to = s.Ed().GetString("New name: ", true);
+    if (to.status != od::PromptStatus::kOk || to.value.empty()) return;
+    if (Status done = c->RenameTable(table->name, to.value); !done.ok()) return Fail(s, done);
+    return s.Print("Table " + table->name + " renamed to " + to.value + ".\n");
+  }
+  if (od::MatchesKeyword(o, "delete")) {
+    auto table = AskTable(s, *c, "Table name (? to list): ");
+    if (!table) return;
+    if (Status done = c->DeleteTable(table->name); !done.ok()) return Fail(s, done);
+    return s.Print("Table " + table->name + " deleted with its records.\n");
+  }
+  s.editor().Refuse("Requires New, Columns, Rename, Delete or List.");
+}
+
+void AttachCommand(Session& s) {
+  od::ObjectDataContainer* c = ContainerOrSay(s);
+  if (!c) return;
+  auto table = AskTable(s, *c, "Table to attach (? to list): ");
+  if (!table) return;
+  od::PromptResult<od::EntityList> entities = s.Ed().SelectObjects();
+  if (entities.status != od::PromptStatus::kOk || entities.value.empty()) return;
+  od::Record record;
+  record.table = table->name;
+  for (const od::ColumnDefinition& column : table->columns) {
+    od::Value value = column.default_value;
+    if (!AskValue(s, column.name, value)) return;
+    record.values.push_back(value);
+  }
+  int attached = 0;
+  for (od::EntityId id : entities.value) {
+    if (Status done = c->AddRecord(id, record); !done.ok()) return Fail(s, done);
+    ++attached;
+  }
+  s.Print(od::Format("Attached a record of %s to %i objects.\n", table->name.c_str(), attached));
+}
+
+void EditCommand(Session& s) {
+  od::ObjectDataContainer* c = ContainerOrSay(s);
+  if (!c) return;
+  od::PromptResult<od::EntityId> entity = s.Ed().GetEntity("Select object: ");
+  if (entity.status != od::PromptStatus::kOk) return;
+  std::vector<od::Record> records = c->Records(entity.value);
+  if (records.empty()) return s.Print("The object has no Object Data.\n");
+  for (size_t i = 0; i < records.size(); ++i) s.Print(od::Format("  %i  %s\n", static_cast<int>(i + 1), records[i].table.c_str()));
+  size_t index = 0;
+  if (records.size() > 1) {
+    od::PromptResult<int> n = s.Ed().GetInt("Record number <1>: ");
+    if (n.status == od::PromptStatus::kCancel) return;
+    if (n.status == od::PromptStatus::kOk) {
+      if (n.value < 1 || static_cast<size_t>(n.value) > records.size())
+        return (void)s.editor().Refuse("Error: no such record.");
+      index = static_cast<size_t>(n.value - 1);
+    }
+  }
+  od::Record record = records[index];
+  Result<od::TableDefinition> def = c->GetTable(record.table);
+  if (!def.ok()) return Fail(s, def.status());
+  int changed = 0;
+  for (;;) {
+    od::PromptResult<std::string> column = s.Ed().GetString("Column to change or Enter to finish: ", true);
+    if (column.status != od::PromptStatus::kOk) return;
+    if (column.value.empty()) break;
+    int at = def->ColumnIndex(column.value);
+    if (at < 0 || static_cast<size_t>(at) >= record.values.size()) {
+      if (!s.editor().Refuse("Error: no column named '" + column.value + "'.")) return;
+      continue;
+    }
+    if (!AskValue(s, "New value", record.values[static_cast<size_t>(at)])) return;
+    ++changed;
+  }
+  if (changed == 0) return;
+  if (Status done = c->UpdateRecord(entity.value, index, record); !done.ok()) return Fail(s, done);
+  s.Print("Record updated.\n");
+}
+
+void DetachCommand(Session& s) {
+  od::ObjectDataContainer* c = ContainerOrSay(s);
+  if (!c) return;
+  od::PromptResult<std::string> table = s.Ed().GetString("Table to detach or * for all: ", true);
+  if (table.status != od::PromptStatus::kOk || table.value.empty()) return;
+  od::PromptResult<od::EntityList> entities = s.Ed().SelectObjects();
+  if (entities.status != od::PromptStatus::kOk) return;
+  int detached = 0;
+  for (od::EntityId id : entities.value) {
+    std::vector<std::string> names = c->RecordTableNames(id);
+    for (size_t i = names.size(); i-- > 0;) {
+      if (table.value != "*" && names[i] != table.value) continue;
+      if (Status done = c->RemoveRecord(id, i); !done.ok()) return Fail(s, done);
+      ++detached;
+    }
+  }
+  s.Print(od::Format("Detached %i records.\n", detached));
+}
+
+}  // namespace
+
+void RegisterObjectDataCommands(Session& s) {
+  AddHostCommand(s, "ODTABLE", od::kCmdModal,
+                 "Lists, defines, changes, renames and deletes Object Data tables",
+                 [&s] { TableCommand(s); });
+  AddHostCommand(s, "ODATTACH", od::kCmdModal, "Attaches a record of a table to objects",
+                 [&s] { AttachCommand(s); });
+  AddHostCommand(s, "ODEDIT", od::kCmdModal, "Changes the values of an object's record",
+                 [&s] { EditCommand(s); });
+  AddHostCommand(s, "ODDETACH", od::kCmdModal, "Detaches the records of a table (or all) from objects",
+                 [&s] { DetachCommand(s); });
+}
+
+}  // namespace veltor::session
