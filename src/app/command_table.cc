@@ -1,6 +1,10 @@
 #include "app/command_table.h"
 
 #include "app/shell_commands.h"
+#include "commands/select/find_by_od.h"
+#include "commands/select/find_with_tables.h"
+#include "commands/select/point_select.h"
+#include "commands/select/value_query.h"
 #include "od/format.h"
 
 namespace veltor::app {
@@ -22,16 +26,16 @@ const std::vector<CommandEntry>& CommandTable() {
   // Registration order; every command but VELTOR_LOAD_DEFINITION is transparent, uses the
   // pickfirst set and redraws; that one is modal.
   static const std::vector<CommandEntry> table = {
-      {"VELTOR_PSEL", kDefaultFlags, nullptr, "Asks for a point and makes every closed contour around it the pickfirst selection", nullptr},
+      {"VELTOR_PSEL", kDefaultFlags, nullptr, "Asks for a point and makes every closed contour around it the pickfirst selection", commands::PointSelect},
       {"VELTOR_CTL", kDefaultFlags, nullptr, "Shows the command palette", VeltorCtl},
       {"VELTOR_LOAD_DEFINITION", od::kCmdModal, "Copy definitions from file", "Copies OD table definitions from other drawings", nullptr},
-      {"VELTOR_HAS_DUPLICATE_OD", kDefaultFlags, "Find entities with duplicate OD", "Selects entities that carry the same table twice or more", nullptr},
-      {"VELTOR_HAS_OD", kDefaultFlags, "Find entities with OD", "Selects entities that carry at least one user table record", nullptr},
-      {"VELTOR_HAS_MULTIPLE_OD", kDefaultFlags, "Find entities with multiple OD", "Selects entities that carry more than one user table record", nullptr},
-      {"VELTOR_HAS_SPECIFIC_OD", kDefaultFlags, "Find entities with specific OD", "Selects entities that carry chosen tables", nullptr},
+      {"VELTOR_HAS_DUPLICATE_OD", kDefaultFlags, "Find entities with duplicate OD", "Selects entities that carry the same table twice or more", commands::HasDuplicateOd},
+      {"VELTOR_HAS_OD", kDefaultFlags, "Find entities with OD", "Selects entities that carry at least one user table record", commands::HasOd},
+      {"VELTOR_HAS_MULTIPLE_OD", kDefaultFlags, "Find entities with multiple OD", "Selects entities that carry more than one user table record", commands::HasMultipleOd},
+      {"VELTOR_HAS_SPECIFIC_OD", kDefaultFlags, "Find entities with specific OD", "Selects entities that carry chosen tables", commands::HasSpecificOd},
       {"VELTOR_REMOVE_DUPLICATE_OD", kDefaultFlags, "Detach duplicate", "Detaches the second and later records of the same table", nullptr},
-      {"VELTOR_HAS_NO_OD", kDefaultFlags, "Find entities with no OD", "Selects entities without any user table record", nullptr},
-      {"VELTOR_HAS_SPECIFIC_VALUES", kDefaultFlags, "Find entities with specific OD values", "Selects entities whose OD values match given values", nullptr},
+      {"VELTOR_HAS_NO_OD", kDefaultFlags, "Find entities with no OD", "Selects entities without any user table record", commands::HasNoOd},
+      {"VELTOR_HAS_SPECIFIC_VALUES", kDefaultFlags, "Find entities with specific OD values", "Selects entities whose OD values match given values", commands::HasSpecificValues},
       {"VELTOR_RM", kDefaultFlags, "Detach specified", "Detaches chosen tables from entities", nullptr},
       {"VELTOR_RM_ALL", kDefaultFlags, "Detach all", "Detaches all tables from entities", nullptr},
       {"VELTOR_COPY_OD", kDefaultFlags, "Copy OD from reference", "Copies OD records of a reference entity", nullptr},
@@ -51,7 +55,7 @@ const std::vector<CommandEntry>& CommandTable() {
       {"VELTOR_23DPOLY", kDefaultFlags, "Convert to 3D polylines", "Converts to 3D polylines keeping OD", nullptr},
       {"VELTOR_RMUNUSED", kDefaultFlags, "Remove unused", "Removes table definitions that no entity uses", nullptr},
       {"VELTOR_STAT", kDefaultFlags, "Usage stats", "Object Data statistics", nullptr},
-      {"VELTOR_HAS_NO_SPECIFIC_OD", kDefaultFlags, "Find entities with no specific OD", "Selects entities that lack chosen tables", nullptr},
+      {"VELTOR_HAS_NO_SPECIFIC_OD", kDefaultFlags, "Find entities with no specific OD", "Selects entities that lack chosen tables", commands::HasNoSpecificOd},
       {"VELTOR_TABLE", kDefaultFlags, "OD table", "Shows the OD table palette", nullptr},
       {"VELTOR_BREAK", kDefaultFlags, "Break", "Breaks entities keeping OD", nullptr},
       {"VELTOR_ABOUT", kDefaultFlags, "About", "Shows the About box", VeltorAbout},

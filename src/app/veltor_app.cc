@@ -1,6 +1,7 @@
 #include "app/veltor_app.h"
 
 #include "app/command_table.h"
+#include "commands/select/query_memory.h"
 
 namespace veltor::app {
 
@@ -76,6 +77,7 @@ int CVeltorApp::On_kUnloadAppMsg(void* packet) {
   od::Host* host = host_ ? host_ : HostOf(packet);
   table_palette_.reset();
   command_palette_.reset();
+  commands::ResetQueryMemory();
   if (host) {
     host->App().RemoveGroup(kCommandGroup);
     host->App().RemoveGroup(kAutoCommandGroup);

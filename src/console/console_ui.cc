@@ -61,17 +61,20 @@ od::MessageAnswer ConsoleUi::MessageBox(const std::string& title, const std::str
     case od::MessageButtons::kOk:
       return od::MessageAnswer::kOk;
     case od::MessageButtons::kOkCancel:
-      choices = {{"OK", od::MessageAnswer::kOk}, {"Cancel", od::MessageAnswer::kCancel}};
+      choices.push_back({"OK", od::MessageAnswer::kOk});
+      choices.push_back({"Cancel", od::MessageAnswer::kCancel});
       break;
     case od::MessageButtons::kYesNo:
-      choices = {{"Yes", od::MessageAnswer::kYes}, {"No", od::MessageAnswer::kNo}};
+      choices.push_back({"Yes", od::MessageAnswer::kYes});
+      choices.push_back({"No", od::MessageAnswer::kNo});
       break;
     case od::MessageButtons::kYesNoCancel:
-      choices = {{"Yes", od::MessageAnswer::kYes},
-                 {"No", od::MessageAnswer::kNo},
-                 {"Cancel", od::MessageAnswer::kCancel}};
+      choices.push_back({"Yes", od::MessageAnswer::kYes});
+      choices.push_back({"No", od::MessageAnswer::kNo});
+      choices.push_back({"Cancel", od::MessageAnswer::kCancel});
       break;
   }
+  if (choices.empty()) return od::MessageAnswer::kCancel;
   std::string names;
   for (const Choice& choice : choices) names += (names.empty() ? "" : "/") + std::string(choice.keyword);
   const std::string prompt = "Answer [" + names + "] <" + choices.front().keyword + ">: ";

@@ -101,6 +101,10 @@ std::vector<std::string> Split(const std::string& text, std::string_view separat
   }
 }
 
+bool Editable(const Control& grid, size_t column) {
+  return column < grid.columns.size() && column < grid.editable.size() && grid.editable[column];
+}
+
 enum class Pick { kOk, kNotNumbers, kRefused };
 
 // Reads item numbers and ranges ("2", "1-3", "1,4 6") into 0-based indices.
@@ -332,7 +336,7 @@ class DialogRun {
     } else {
       prompt += " (number or name)";
       int selected = At(index).SelectedIndex();
-      if (selected >= 0) prompt += " <" + ItemText(At(index).items[selected]) + ">";
+      if (selected >= 0 && static_cast<size_t>(selected) < At(index).items.size()) prompt += " <" + ItemText(At(index).items[selected]) + ">";
     }
     prompt += ": ";
     for (;;) {
@@ -378,7 +382,7 @@ class DialogRun {
       const Control& grid = At(index);
       std::vector<size_t> editable;
       for (size_t c = 0; c < grid.columns.size(); ++c)
-        if (grid.editable[c]) editable.push_back(c);
+        if (Editable(grid, c)) editable.push_back(c);
       std::string names;
       for (size_t c : editable) names += (names.empty() ? "" : ", ") + grid.columns[c];
       const bool one_column = editable.size() == 1;
@@ -404,15 +408,15 @@ class DialogRun {
             if (od::EqualsIgnoreCase(grid.columns[c], parts[1])) column = c;
         }
       }
-      if (!read || row < 1 || row > grid.rows.size() || column >= grid.columns.size() ||
-          !grid.editable[column]) {
+      if (!read || row < 1 || row > grid.rows.size() || !Editable(grid, column)) {
         std::string rows = "a row from 1 to " + std::to_string(grid.rows.size());
         Refuse(one_column ? "Requires " + rows + "."
                           : "Requires row,column with " + rows + " and a column to edit: " +
                                 names + ".");
         continue;
       }
-      const std::string& current = grid.rows[row - 1][column];
+      const std::vector<std::string>& cells = grid.rows[row - 1];
+      const std::string current = column < cells.size() ? cells[column] : "";
       std::string cell_prompt = "Row " + std::to_string(row) + " " + grid.columns[column];
       if (!current.empty()) cell_prompt += " <" + current + ">";
       std::optional<std::string> value = Ask(cell_prompt + ": ");

@@ -70,6 +70,10 @@ class Database {
   virtual ObjectId LayerOf(EntityId entity) const = 0;
   // The DXF type name ("LINE", "LWPOLYLINE", "INSERT", ...), or "" when it cannot be opened.
   virtual std::string EntityType(EntityId entity) const = 0;
+  // The host's class of the entity: "AcDbLine", "AcDbPolyline" (lightweight), "AcDb2dPolyline",
+  // "AcDb3dPolyline", "AcDbSpline", "AcDbMline", "AcDbBlockReference", ...; "" when it cannot
+  // be opened.
+  virtual std::string EntityClass(EntityId entity) const = 0;
   // The id of the last entity added to model space, or kNullId.
   virtual EntityId LastEntity() const = 0;
 

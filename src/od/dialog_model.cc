@@ -15,7 +15,7 @@ namespace {
 
 const std::string kNoText;
 const std::vector<std::string> kNoItems;
-const std::vector<std::vector<std::string>> kNoRows;
+const GridRows kNoRows;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
@@ -79,7 +79,10 @@ bool Control::Answerable() const {
     case ControlKind::kListBox:
       return !items.empty() && list_mode != ListMode::kDisplayOnly;
     case ControlKind::kGrid:
-      return !rows.empty() && std::find(editable.begin(), editable.end(), true) != editable.end();
+      if (rows.empty()) return false;
+      for (size_t c = 0; c < columns.size() && c < editable.size(); ++c)
+        if (editable[c]) return true;
+      return false;
     case ControlKind::kStaticText:
     case ControlKind::kTextBox:
     case ControlKind::kButton:
@@ -254,16 +257,18 @@ void DialogModel::SetSelectedIndices(int id, std::vector<int> indices) {
 std::vector<std::string> DialogModel::SelectedItems(int id) const {
   std::vector<std::string> texts;
   if (const Control* control = Find(id))
-    for (int index : control->selection) texts.push_back(control->items[index]);
+    for (int index : control->selection)
+      if (index >= 0 && static_cast<size_t>(index) < control->items.size())
+        texts.push_back(control->items[index]);
   return texts;
 }
 
-const std::vector<std::vector<std::string>>& DialogModel::Rows(int id) const {
+const GridRows& DialogModel::Rows(int id) const {
   const Control* control = Find(id);
   return control ? control->rows : kNoRows;
 }
 
-void DialogModel::SetRows(int id, std::vector<std::vector<std::string>> rows) {
+void DialogModel::SetRows(int id, GridRows rows) {
   Control* control = Find(id);
   if (!control) return;
   for (auto& row : rows) row.resize(control->columns.size());

@@ -47,6 +47,9 @@ struct DialogSize {
   int height = 0;
 };
 
+// A grid's cells: rows[row][column].
+using GridRows = std::vector<std::vector<std::string>>;
+
 // One control. Each kind uses the fields named for it and leaves the others empty.
 struct Control {
   int id = 0;
@@ -68,7 +71,7 @@ struct Control {
 
   std::vector<std::string> columns;  // kGrid: column titles
   std::vector<bool> editable;  // kGrid: per column, whether its cells may be edited
-  std::vector<std::vector<std::string>> rows;  // kGrid: rows[row][column]
+  GridRows rows;  // kGrid: one text per column in every row
 
   // True when the user can change this control now: shown, enabled, and of a kind that holds
   // an answer (a display-only list, a grid without editable cells and a button do not).
@@ -148,9 +151,9 @@ class DialogModel {
   void SetSelectedIndices(int id, std::vector<int> indices);
   // The texts of the selected items, in item order.
   std::vector<std::string> SelectedItems(int id) const;
-  const std::vector<std::vector<std::string>>& Rows(int id) const;
+  const GridRows& Rows(int id) const;
   // Replaces a grid's rows; each row is padded or cut to the number of columns.
-  void SetRows(int id, std::vector<std::vector<std::string>> rows);
+  void SetRows(int id, GridRows rows);
   void SetCell(int id, size_t row, size_t column, std::string text);
   void SetEnabled(int id, bool enabled);
   void SetVisible(int id, bool visible);

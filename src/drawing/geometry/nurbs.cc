@@ -242,6 +242,13 @@ bool NurbsCurve::IsClosed() const {
   return Distance(PointAt(StartParam()), PointAt(EndParam())) <= 1e-10 * std::max(size, 1e-300);
 }
 
+Extents NurbsCurve::SpanControlBox(double t) const {
+  const size_t span = SpanIndex(std::clamp(t, StartParam(), EndParam()));
+  Extents box;
+  for (size_t i = span - static_cast<size_t>(degree_); i <= span; ++i) box.Add(hom_[i].wp / hom_[i].w);
+  return box;
+}
+
 std::vector<Vec3> NurbsCurve::ControlPoints() const {
   std::vector<Vec3> points;
   points.reserve(hom_.size());
@@ -270,41 +277,65 @@ double LengthOf(const NurbsCurve& c) {
   return total;
 }
 
+namespace {
+
+// A root of the axis coordinate's derivative between lo and hi, where it has the signs of
+// dlo and dhi (opposite), to within tol: regula falsi with the Illinois step, which keeps
+// both ends of the bracket moving and converges in a handful of steps on smooth pieces.
+double DerivativeRoot(const NurbsCurve& c, int axis, double lo, double dlo, double hi, double dhi,
+                      double tol) {
+  double root = lo;
+  int kept = 0;  // +1: lo was kept last time, -1: hi was
+  for (int it = 0; it < 100 && hi - lo > tol; ++it) {
+    root = (lo * dhi - hi * dlo) / (dhi - dlo);
+    if (!(root > lo && root < hi)) root = 0.5 * (lo + hi);
+    const double d = c.DerivativeAt(root)[axis];
+    if (d == 0.0) return root;
+    if ((d > 0.0) == (dhi > 0.0)) {
+      hi = root;
+      dhi = d;
+      if (kept == 1) dlo *= 0.5;
+      kept = 1;
+    } else {
+      lo = root;
+      dlo = d;
+      if (kept == -1) dhi *= 0.5;
+      kept = -1;
+    }
+  }
+  return hi - lo <= tol ? 0.5 * (lo + hi) : root;
+}
+
+}  // namespace
+
 Extents BoundsOf(const NurbsCurve& c) {
   Extents box;
   const std::vector<double> breaks = c.SpanBreaks();
+  for (double t : breaks) box.Add(c.PointAt(t));
   const int samples = std::max(16, 4 * (c.degree() + 1));
+  std::vector<double> ts(static_cast<size_t>(samples) + 1);
+  std::vector<Vec3> ds(ts.size());
   for (size_t s = 1; s < breaks.size(); ++s) {
     const double a = breaks[s - 1], b = breaks[s];
-    box.Add(c.PointAt(a));
-    box.Add(c.PointAt(b));
+    const Extents hull = c.SpanControlBox(0.5 * (a + b));
+    bool widens[3];
+    for (int axis = 0; axis < 3; ++axis)
+      widens[axis] = hull.min()[axis] < box.min()[axis] || hull.max()[axis] > box.max()[axis];
+    if (!widens[0] && !widens[1] && !widens[2]) continue;
     // Samples of the derivative, slightly inside the span so that each lies in this span's
     // polynomial piece (the derivative may jump at a knot).
-    std::vector<double> ts(static_cast<size_t>(samples) + 1);
-    std::vector<Vec3> ds(ts.size());
     for (int k = 0; k <= samples; ++k) {
       const double f = static_cast<double>(k) / samples;
       ts[static_cast<size_t>(k)] = a + (b - a) * std::clamp(f, 1e-12, 1.0 - 1e-12);
       ds[static_cast<size_t>(k)] = c.DerivativeAt(ts[static_cast<size_t>(k)]);
     }
     for (int axis = 0; axis < 3; ++axis) {
+      if (!widens[axis]) continue;
       for (size_t k = 1; k < ts.size(); ++k) {
-        double lo = ts[k - 1], hi = ts[k];
-        double dlo = ds[k - 1][axis];
-        const double dhi = ds[k][axis];
-        if (dlo == 0.0) { box.Add(c.PointAt(lo)); continue; }
+        const double dlo = ds[k - 1][axis], dhi = ds[k][axis];
+        if (dlo == 0.0) { box.Add(c.PointAt(ts[k - 1])); continue; }
         if ((dlo > 0.0) == (dhi > 0.0) || dhi == 0.0) continue;
-        for (int it = 0; it < 60 && hi - lo > 1e-15 * (b - a); ++it) {
-          const double mid = 0.5 * (lo + hi);
-          const double dm = c.DerivativeAt(mid)[axis];
-          if ((dm > 0.0) == (dlo > 0.0)) {
-            lo = mid;
-            dlo = dm;
-          } else {
-            hi = mid;
-          }
-        }
-        box.Add(c.PointAt(0.5 * (lo + hi)));
+        box.Add(c.PointAt(DerivativeRoot(c, axis, ts[k - 1], dlo, ts[k], dhi, 1e-10 * (b - a))));
       }
       if (ds.back()[axis] == 0.0) box.Add(c.PointAt(ts.back()));
     }

@@ -44,6 +44,10 @@ class NurbsCurve {
   Vec3 PointAt(double t) const;
   Vec3 DerivativeAt(double t) const;
 
+  // Box of the control points (weights divided out) that shape the span holding t. With
+  // positive weights that span's piece of the curve lies inside it.
+  Extents SpanControlBox(double t) const;
+
   // True when the end point meets the start point (within 1e-10 of the control points' size).
   bool IsClosed() const;
   // Control points as Cartesian points (weights divided out).
@@ -74,12 +78,14 @@ class NurbsCurve {
 // tolerance 1e-11 * (control polygon length) in total: relative error below 1e-10.
 double LengthOf(const NurbsCurve& c);
 
-// Extents of the curve (not of the control polygon). Each non-empty span is sampled at
-// max(16, 4 * (degree + 1)) intervals; where a coordinate's derivative changes sign between
-// samples the root is found by bisection to ~1e-15 of the span, and the point there added, as
-// are all span end points. The result is exact to rounding except when two extrema of one
-// coordinate fall in the same sample interval (then the bump missed is smaller than the
-// curve's variation over 1/16 of a span).
+// Extents of the curve (not of the control polygon). All span end points are added first.
+// Then, for each coordinate of each non-empty span whose control points reach outside the
+// box so far (elsewhere the span's piece cannot widen it), the span is sampled at
+// max(16, 4 * (degree + 1)) intervals; where the coordinate's derivative changes sign
+// between samples the root is found by regula falsi (Illinois) to 1e-10 of the span (the
+// extreme value is then off by ~1e-20 of the span's size), and the point there added. The result is exact to
+// rounding except when two extrema of one coordinate fall in the same sample interval (then
+// the bump missed is smaller than the curve's variation over 1/16 of a span).
 Extents BoundsOf(const NurbsCurve& c);
 
 }  // namespace veltor::geom

@@ -6,6 +6,8 @@ namespace veltor::geom {
 
 OcsAxes ArbitraryAxes(const Vec3& normal) {
   OcsAxes axes;
+  // World Z, by far the most common extrusion, gives the WCS axes (as computed below).
+  if (normal.x == 0.0 && normal.y == 0.0 && normal.z > 0.0 && std::isfinite(normal.z)) return axes;
   const Vec3 n = normal.Normalized();
   if (!(std::isfinite(n.x) && std::isfinite(n.y) && std::isfinite(n.z)) ||
       n.LengthSquared() == 0.0) {

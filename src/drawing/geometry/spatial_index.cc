@@ -52,6 +52,7 @@ struct SpatialIndex::Impl {
 SpatialIndex::SpatialIndex() : impl_(std::make_unique<Impl>()) {}
 
 SpatialIndex::SpatialIndex(const std::vector<Entry>& entries) : impl_(std::make_unique<Impl>()) {
+  impl_->boxes.reserve(entries.size());
   for (const Entry& e : entries) {
     if (e.second.valid()) impl_->boxes[e.first] = ToBox(e.second);
   }

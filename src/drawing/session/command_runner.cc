@@ -120,8 +120,10 @@ void Session::RunLoop() {
     std::string answer;
     od::PromptStatus status = editor_.ReadAnswer("Command: ", false, answer);
     if (status == od::PromptStatus::kCancel) {
-      // At "Command: " a cancel is Ctrl-C (nothing to cancel) unless the input has ended.
+      // At "Command: " a cancel is Ctrl-C (or "*Cancel*") unless the input has ended: as Esc
+      // in the CAD host, it clears the pickfirst selection.
       if (!input_ || input_->failed() || editor_.input_ended()) break;
+      editor_.SetPickfirst({});
       continue;
     }
     if (status == od::PromptStatus::kNone) {

@@ -110,6 +110,37 @@ std::string EmbeddedDatabase::EntityType(od::EntityId entity) const {
   return record == model::kNoRecord ? std::string() : doc_.TypeOf(record);
 }
 
+std::string EmbeddedDatabase::EntityClass(od::EntityId entity) const {
+  model::RecordId record = Record(entity);
+  if (record == model::kNoRecord) return "";
+  const std::string& type = doc_.TypeOf(record);
+  if (type == "POLYLINE") {
+    long long flags = 0;
+    doc_.store().ForEachTag(record, [&](int code, std::string_view value) {
+      if (code == 70) {
+        flags = model::ParseInt(value);
+        return false;
+      }
+      return true;
+    });
+    if (flags & 8) return "AcDb3dPolyline";
+    if (flags & 16) return "AcDbPolygonMesh";
+    if (flags & 64) return "AcDbPolyFaceMesh";
+    return "AcDb2dPolyline";
+  }
+  static const std::unordered_map<std::string, std::string> kClasses = {
+      {"LINE", "AcDbLine"},           {"LWPOLYLINE", "AcDbPolyline"},
+      {"SPLINE", "AcDbSpline"},       {"MLINE", "AcDbMline"},
+      {"ARC", "AcDbArc"},             {"CIRCLE", "AcDbCircle"},
+      {"ELLIPSE", "AcDbEllipse"},     {"POINT", "AcDbPoint"},
+      {"TEXT", "AcDbText"},           {"MTEXT", "AcDbMText"},
+      {"INSERT", "AcDbBlockReference"}, {"3DSOLID", "AcDb3dSolid"},
+      {"HATCH", "AcDbHatch"},         {"REGION", "AcDbRegion"},
+  };
+  auto it = kClasses.find(type);
+  return it == kClasses.end() ? "AcDb" + type : it->second;
+}
+
 od::EntityId EmbeddedDatabase::LastEntity() const {
   model::RecordId end = doc_.SectionEnd(model::Section::kEntities);
   if (end == model::kNoRecord) return od::kNullId;

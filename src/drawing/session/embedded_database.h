@@ -22,6 +22,7 @@ class EmbeddedDatabase : public od::Database {
   bool CanOpen(od::EntityId entity) const override;
   od::ObjectId LayerOf(od::EntityId entity) const override;
   std::string EntityType(od::EntityId entity) const override;
+  std::string EntityClass(od::EntityId entity) const override;
   od::EntityId LastEntity() const override;
 
   std::vector<od::LayerInfo> Layers() const override;
