@@ -1,16 +1,36 @@
 #include "app/shell_commands.h"
 
 #include "app/veltor_app.h"
+#include "ui/command_palette.h"
+#include "ui/text_box_dialog.h"
+
+#ifndef VELTOR_VERSION
+#define VELTOR_VERSION "dev"
+#endif
 
 namespace veltor::app {
 
 void VeltorCtl(od::Host& host) {
-  // The palette model comes with the command palette; until then the tree is unavailable.
-  host.Ed().Print("Error: VELTOR_CTL is not available in this build.\n");
+  std::unique_ptr<od::Palette>& palette = TheApp().command_palette();
+  if (!palette) palette = std::make_unique<ui::CommandPalette>();
+  host.Ui().ShowPalette(*palette);
+}
+
+std::string AboutText() {
+  return std::string("veltor ") + VELTOR_VERSION + "\n" +
+         "Object Data tools for CAD drawings: find, select, detach, copy, compute, translate,\n"
+         "summarise and exchange the attribute tables attached to drawing entities.\n"
+         "\n"
+         "Built " __DATE__ ".\n"
+         "Licence: MIT (see LICENSE).\n"
+         "Documentation: docs/console.md and docs/object-data-format.md in the source tree;\n"
+         "type HELP at the command prompt for the list of commands.\n";
 }
 
 void VeltorAbout(od::Host& host) {
-  host.Ed().Print("Error: VELTOR_ABOUT is not available in this build.\n");
+  ui::TextBoxDialog about("About veltor", 250, 150);
+  about.SetText(AboutText());
+  host.Ui().ShowModal(about);
 }
 
 }  // namespace veltor::app

@@ -1,5 +1,9 @@
 #include "console/console_ui.h"
 
+#include <cstdlib>
+
+#include "ui/command_palette.h"
+
 #include <filesystem>
 #include <vector>
 
@@ -87,6 +91,30 @@ od::MessageAnswer ConsoleUi::MessageBox(const std::string& title, const std::str
     for (const Choice& choice : choices)
       if (MatchesKeyword(typed, choice.keyword)) return choice.answer;
     editor_.Print("Requires one of: " + names + ".\n");
+  }
+}
+
+bool ConsoleUi::ShowPalette(od::Palette& palette) {
+  auto* commands = dynamic_cast<ui::CommandPalette*>(&palette);
+  if (!commands) return false;
+  for (const ui::MenuLine& line : ui::NumberedMenu(commands->tree())) editor_.Print(line.text + "\n");
+  for (;;) {
+    od::PromptResult<std::string> answer =
+        editor_.GetString("Entry number or label (Enter to close): ", true);
+    if (answer.status != od::PromptStatus::kOk || answer.value.empty()) return true;
+    std::string label = answer.value;
+    char* end = nullptr;
+    long number = std::strtol(answer.value.c_str(), &end, 10);
+    if (end && *end == '\0') {
+      std::optional<std::string> numbered = ui::LabelOfNumber(commands->tree(), static_cast<int>(number));
+      if (!numbered) {
+        editor_.Print("No entry " + answer.value + ".\n");
+        continue;
+      }
+      label = *numbered;
+    }
+    ui::RunLabel(editor_, commands->tree(), label);
+    return true;
   }
 }
 

@@ -31,6 +31,10 @@ class ConsoleUi : public od::UiHost {
   std::optional<std::string> SaveFileDialog(const std::string& title, const std::string& filter,
                                             const std::string& default_name) override;
 
+  // The command palette as a numbered list; the chosen entry runs as a double click would
+  // (its command is queued). Other palettes are not shown by the console.
+  bool ShowPalette(od::Palette& palette) override;
+
  private:
   std::optional<std::string> AskPath(const std::string& prompt);
 

@@ -88,7 +88,10 @@ std::optional<std::string> FindCommand(const MenuTree& tree, const std::string& 
 }
 
 void RunLabel(od::Host& host, const MenuTree& tree, const std::string& label) {
-  od::Editor& editor = host.Ed();
+  RunLabel(host.Ed(), tree, label);
+}
+
+void RunLabel(od::Editor& editor, const MenuTree& tree, const std::string& label) {
   editor.PostCommand("CANCELCMD");
   // A group that shows items under it is not runnable, whatever a lookup would find.
   if (FindGroupWithItems(tree, label)) return;

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "od/host.h"
+#include "od/palette.h"
 
 namespace veltor::ui {
 
@@ -39,6 +40,7 @@ std::optional<std::string> FindCommand(const MenuTree& tree, const std::string& 
 // unless the label is a group with entries or children, queues "<COMMAND>\n" for the active
 // drawing. A group label or an unknown label queues nothing.
 void RunLabel(od::Host& host, const MenuTree& tree, const std::string& label);
+void RunLabel(od::Editor& editor, const MenuTree& tree, const std::string& label);
 inline void RunLabel(od::Host& host, const std::string& label) {
   RunLabel(host, CommandMenu(), label);
 }
@@ -56,5 +58,16 @@ std::vector<MenuLine> NumberedMenu(const MenuTree& tree);
 
 // The label numbered `number` in NumberedMenu, or nothing.
 std::optional<std::string> LabelOfNumber(const MenuTree& tree, int number);
+
+// The command palette: a launcher holding its own copy of the menu tree.
+class CommandPalette : public od::Palette {
+ public:
+  CommandPalette() : tree_(CommandMenu()) {}
+  std::string Name() const override { return "VELTOR_CTL"; }
+  const MenuTree& tree() const { return tree_; }
+
+ private:
+  MenuTree tree_;
+};
 
 }  // namespace veltor::ui
