@@ -122,7 +122,9 @@ od::PromptResult<int> SessionEditor::GetInt(const std::string& prompt) {
   }
 }
 
-od::PromptResult<od::Point3> SessionEditor::GetPoint(const std::string& prompt) {
+od::PromptResult<od::Point3> SessionEditor::GetPoint(const std::string& asked) {
+  // A point prompt without text of its own reads as the CAD host's.
+  const std::string prompt = asked.empty() ? "Specify point: " : asked;
   od::PromptResult<od::Point3> result;
   for (;;) {
     std::string answer;
