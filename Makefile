@@ -32,7 +32,8 @@ build-san: setup $(BUILD_SAN)/build.ninja
 	cmake --build $(BUILD_SAN) -j $(JOBS)
 
 demo: build
-	$(BUILD)/bin/veltor --info examples/city.dxf
+	$(BUILD)/bin/veltor examples/city.dxf -s examples/demo.scr -o $(BUILD)/demo-out.dxf
+	@echo "demo: the drawing with the NOTES layer turned on was saved to $(BUILD)/demo-out.dxf"
 
 test-fast: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)

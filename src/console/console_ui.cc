@@ -90,7 +90,7 @@ od::MessageAnswer ConsoleUi::MessageBox(const std::string& title, const std::str
     if (od::EqualsIgnoreCase(typed, "Cancel")) return od::MessageAnswer::kCancel;
     for (const Choice& choice : choices)
       if (MatchesKeyword(typed, choice.keyword)) return choice.answer;
-    editor_.Print("Requires one of: " + names + ".\n");
+    if (!editor_.Refuse("Requires one of: " + names + ".")) return od::MessageAnswer::kCancel;
   }
 }
 
@@ -108,7 +108,7 @@ bool ConsoleUi::ShowPalette(od::Palette& palette) {
     if (end && *end == '\0') {
       std::optional<std::string> numbered = ui::LabelOfNumber(commands->tree(), static_cast<int>(number));
       if (!numbered) {
-        editor_.Print("No entry " + answer.value + ".\n");
+        if (!editor_.Refuse("No entry " + answer.value + ".")) return true;
         continue;
       }
       label = *numbered;

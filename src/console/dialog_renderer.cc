@@ -240,7 +240,7 @@ class DialogRun {
       od::PressOutcome outcome = dialog_.Press(button);
       if (outcome.closes) return outcome.result;
       if (!outcome.refusal.ok()) {
-        editor_.Print(outcome.refusal.message() + "\n");
+        if (!editor_.Refuse(outcome.refusal.message())) return od::DialogResult::kCancel;
         may_close_at_once = false;
       }
       // The dialog stays open: it is asked again from its first control.
@@ -267,7 +267,8 @@ class DialogRun {
     return text;
   }
 
-  void Refuse(const std::string& message) { editor_.Print(message + "\n"); }
+  // A script stops here: its following prompts are cancelled, and so is the dialog.
+  void Refuse(const std::string& message) { (void)editor_.Refuse(message); }
 
   const Control& At(size_t index) const { return dialog_.controls()[index]; }
 

@@ -28,6 +28,12 @@ class Editor {
 
   // Prints text on the command line as it stands (the text carries its own line ends).
   virtual void Print(std::string_view text) = 0;
+  // Tells the user an answer was refused (printed as a line). Returns whether to ask again:
+  // a script stops at its first refused answer, and the prompts after it are cancelled.
+  virtual bool Refuse(const std::string& message) {
+    Print(message + "\n");
+    return true;
+  }
 
   // A text answer. Without `allow_spaces` a space ends the answer, as Enter does.
   virtual PromptResult<std::string> GetString(const std::string& prompt, bool allow_spaces) = 0;

@@ -119,10 +119,11 @@ class DialogRendererTest : public ::testing::Test {
     session_.AddDocument(model::Document::NewBlank("AC1027"), "t.dxf");
   }
 
-  // Answers the prompts with `lines`; prompts and answers are echoed into out_.
-  void Answer(std::vector<std::string> lines) {
+  // Answers the prompts with `lines` as a person would (a refused answer is asked again);
+  // prompts and answers are echoed into out_.
+  void Answer(std::vector<std::string> lines, bool script = false) {
     input_ = std::make_unique<session::LinesInput>(
-        std::move(lines), [this](const std::string& text) { out_ += text; });
+        std::move(lines), [this](const std::string& text) { out_ += text; }, script);
     session_.SetInput(input_.get());
   }
 
@@ -272,6 +273,14 @@ TEST_F(DialogRendererTest, OutOfRangeEditIsRefusedAndAskedAgain) {
   EXPECT_EQ(Count("Precision (integer from 0 to 8) <2>: "), 4u);
   EXPECT_EQ(dialog_.Text(TablesDialog::kPrecision), "8");
   EXPECT_EQ(dialog_.changed, (std::vector<int>{60}));
+}
+
+TEST_F(DialogRendererTest, AScriptStopsAtARefusedAnswerAndTheDialogCancels) {
+  Answer({"", "", "", "", "", "9", "8", "", ""}, /*script=*/true);
+  EXPECT_EQ(DialogRenderer(session_.Ed()).Show(dialog_), od::DialogResult::kCancel);
+  EXPECT_TRUE(input_->failed());
+  EXPECT_EQ(input_->line_number(), 6u);
+  EXPECT_EQ(dialog_.Text(TablesDialog::kPrecision), "2");
 }
 
 TEST_F(DialogRendererTest, CheckBoxTakesYesOrNoByTheirBeginnings) {

@@ -121,7 +121,8 @@ std::optional<Extents> TextExtents(const Document& doc, const RecordTags& t, boo
 // MLINE: each element's line runs through vertex + miter direction * the element's first
 // parameter at every vertex (41; stored already scaled by the MLINE scale and shifted by its
 // justification). The outermost elements bound the rest; round caps of the style (MLINESTYLE
-// 70: 64 at the start, 1024 at the end) add a half circle across them.
+// 70: 64 at the start, 1024 at the end) add a half circle across them on an open multiline,
+// unless the MLINE suppresses them (71: 4 start, 8 end).
 std::optional<Extents> MlineExtents(const Document& doc, const RecordTags& t) {
   struct Station {
     Vec3 point, miter;
@@ -192,8 +193,10 @@ std::optional<Extents> MlineExtents(const Document& doc, const RecordTags& t) {
       if (half.u.LengthSquared() > 0.0) box.Add(geom::BoundsOf(half));
     };
     const size_t n = stations.size();
-    if (flags & 64) cap(stations[0], stations[0].point - stations[1].point);
-    if (flags & 1024) cap(stations[n - 1], stations[n - 1].point - stations[n - 2].point);
+    const long long suppress = t.Int(71);  // 4: no start caps, 8: no end caps
+    if ((flags & 64) && !(suppress & 4)) cap(stations[0], stations[0].point - stations[1].point);
+    if ((flags & 1024) && !(suppress & 8))
+      cap(stations[n - 1], stations[n - 1].point - stations[n - 2].point);
   }
   return Some(box);
 }

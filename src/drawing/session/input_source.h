@@ -28,12 +28,13 @@ class InputSource {
 };
 
 // Answers from a list of lines (script files, -c options, tests). Each prompt and its answer
-// are echoed to `echo` as a transcript; a refused answer ends the input.
+// are echoed to `echo` as a transcript. A refused answer ends the input, as a script must stop
+// there; with `stop_at_refusal` false the lines answer like a person typing, who is asked again.
 class LinesInput : public InputSource {
  public:
   using Echo = std::function<void(const std::string&)>;
-  LinesInput(std::vector<std::string> lines, Echo echo)
-      : lines_(std::move(lines)), echo_(std::move(echo)) {}
+  LinesInput(std::vector<std::string> lines, Echo echo, bool stop_at_refusal = true)
+      : lines_(std::move(lines)), echo_(std::move(echo)), stop_at_refusal_(stop_at_refusal) {}
 
   InputLine ReadLine(const std::string& prompt) override {
     if (failed_ || next_ >= lines_.size()) return {InputLine::Kind::kEnd, {}};
@@ -42,6 +43,7 @@ class LinesInput : public InputSource {
     return {InputLine::Kind::kLine, line};
   }
   void Rejected(const std::string& why) override {
+    if (!stop_at_refusal_) return;
     failed_ = true;
     failure_ = why;
   }
@@ -54,6 +56,7 @@ class LinesInput : public InputSource {
  private:
   std::vector<std::string> lines_;
   Echo echo_;
+  bool stop_at_refusal_ = true;
   size_t next_ = 0;
   bool failed_ = false;
   std::string failure_;

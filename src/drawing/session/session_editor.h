@@ -39,7 +39,7 @@ class SessionEditor : public od::Editor {
   od::PromptStatus ReadAnswer(const std::string& prompt, bool allow_spaces, std::string& answer);
   // Reports a refused answer: printed, and the input source decides whether to go on.
   // Returns false when it must not ask again (a script stops at its first refused line).
-  bool Refuse(const std::string& message);
+  bool Refuse(const std::string& message) override;
   // Typed-ahead input: the rest of a line, or a queued command string.
   void PushInput(const std::string& text) { pending_ = text + pending_; }
   bool has_pending_input() const { return !pending_.empty(); }

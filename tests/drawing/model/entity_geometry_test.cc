@@ -157,6 +157,10 @@ TEST(MlineExtents, RoundCapsAddHalfCirclesAcrossTheOuterElements) {
   auto doc = Drawing(Mline("B0", -1, 1), "", MlineStyle("B0", 64 | 1024));
   ASSERT_TRUE(doc);
   ExpectBox({-1, -1, 0}, {11, 1, 0}, EntityExtents(*doc, Entities(*doc)[0]), 1e-12);
+  // The MLINE may suppress its start caps (71 & 4).
+  auto end_only = Drawing(Mline("B0", -1, 1, 1 | 4), "", MlineStyle("B0", 64 | 1024));
+  ASSERT_TRUE(end_only);
+  ExpectBox({0, -1, 0}, {11, 1, 0}, EntityExtents(*end_only, Entities(*end_only)[0]), 1e-12);
   // A closed multiline has no caps.
   auto closed = Drawing(Mline("B0", -1, 1, 3), "", MlineStyle("B0", 64 | 1024));
   ASSERT_TRUE(closed);

@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# Runs one console transcript: NAME.scr is the script, NAME.args the command line before it
+# (paths relative to the source tree; empty for a new drawing), NAME.out what the console must
+# print, NAME.exit its exit status when not 0. Prints a diff on mismatch.
+set -u
+veltor="$1"; source_dir="$2"; name="$3"
+here="$source_dir/tests/scripts"
+args=""
+[ -f "$here/$name.args" ] && args="$(cat "$here/$name.args")"
+expected_exit=0
+[ -f "$here/$name.exit" ] && expected_exit="$(cat "$here/$name.exit")"
+scratch="$(mktemp -d)"
+trap 'rm -rf "$scratch"' EXIT
+cd "$source_dir"
+# shellcheck disable=SC2086
+"$veltor" ${args//@SCRATCH@/$scratch} -s "$here/$name.scr" >"$scratch/out" 2>"$scratch/err"
+status=$?
+if ! diff -u "$here/$name.out" "$scratch/out"; then
+  echo "transcript $name: output differs (stderr follows)"; cat "$scratch/err"; exit 1
+fi
+if [ "$status" != "$expected_exit" ]; then
+  echo "transcript $name: exit status $status, expected $expected_exit"; cat "$scratch/err"; exit 1
+fi
+echo "transcript $name: ok"
