@@ -21,4 +21,10 @@ fi
 if [ "$status" != "$expected_exit" ]; then
   echo "transcript $name: exit status $status, expected $expected_exit"; cat "$scratch/err"; exit 1
 fi
+if [ -f "$here/$name.saved" ]; then
+  "$veltor" --info "$scratch/out.dxf" | sed "s|$scratch/||" >"$scratch/saved" 2>&1
+  if ! diff -u "$here/$name.saved" "$scratch/saved"; then
+    echo "transcript $name: the saved drawing differs"; exit 1
+  fi
+fi
 echo "transcript $name: ok"
