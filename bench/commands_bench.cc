@@ -2,34 +2,17 @@
 // prompt (all of model space): presence queries and the value query with one condition.
 #include <benchmark/benchmark.h>
 
-#include "bench_data.h"
+#include "loaded_session.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/value_query.h"
-#include "drawing/session/session.h"
 #include "od/gathering.h"
 
 namespace {
 
-using veltor::session::LinesInput;
-using veltor::session::Session;
-
-struct Loaded {
-  Session session{[](std::string_view) {}};
-  std::unique_ptr<LinesInput> input;
-  bool Load(benchmark::State& state) {
-    auto doc = veltor::bench::LoadCity(state);
-    if (!doc) return false;
-    session.AddDocument(std::move(doc), "city.dxf");
-    return true;
-  }
-  void AnswerEnter() {
-    input = std::make_unique<LinesInput>(std::vector<std::string>{""}, nullptr);
-    session.SetInput(input.get());
-  }
-};
+using veltor::bench::LoadedSession;
 
 void Presence(benchmark::State& state, int mode) {
-  Loaded s;
+  LoadedSession s;
   if (!s.Load(state)) return;
   size_t found = 0;
   for (auto _ : state) {
@@ -43,7 +26,7 @@ void BM_HasOd(benchmark::State& state) { Presence(state, 2); }
 void BM_HasDuplicateOd(benchmark::State& state) { Presence(state, 4); }
 
 void BM_ValueQueryRoad(benchmark::State& state) {
-  Loaded s;
+  LoadedSession s;
   if (!s.Load(state)) return;
   const auto& container = (*s.session.ActiveProject())->Container();
   size_t found = 0;

@@ -2,31 +2,13 @@
 // filter, and every entity's table names, as the commands do them through the host interface.
 #include <benchmark/benchmark.h>
 
-#include "bench_data.h"
-#include "drawing/session/session.h"
+#include "loaded_session.h"
 #include "od/catalogue.h"
 #include "od/gathering.h"
 
 namespace {
 
-using veltor::session::LinesInput;
-using veltor::session::Session;
-
-// A session holding the drawing, answering every prompt with Enter.
-struct LoadedSession {
-  Session session{[](std::string_view) {}};
-  std::unique_ptr<LinesInput> input;
-  bool Load(benchmark::State& state) {
-    auto doc = veltor::bench::LoadCity(state);
-    if (!doc) return false;
-    session.AddDocument(std::move(doc), "city.dxf");
-    return true;
-  }
-  void AnswerEnter() {
-    input = std::make_unique<LinesInput>(std::vector<std::string>{""}, nullptr);
-    session.SetInput(input.get());
-  }
-};
+using veltor::bench::LoadedSession;
 
 void BM_GatherEntities(benchmark::State& state) {
   LoadedSession s;
