@@ -361,12 +361,16 @@ std::vector<std::string> ObjectDataStore::RecordTableNames(RecordId entity) cons
   std::vector<std::string> names;
   RecordId xrec = RecordsXRecord(entity);
   if (xrec == kNoRecord) return names;
+  const std::vector<TableEntry>& catalogue = Catalogue();
   doc_.store().ForEachTag(xrec, [&](int code, std::string_view value) {
-    if (code == 340) {
-      Handle h = 0;
-      dxf::ParseHandle(value, h);
-      if (const TableEntry* e = FindEntry(h)) names.push_back(e->name);
-    }
+    if (code != 340) return true;
+    Handle h = 0;
+    dxf::ParseHandle(value, h);
+    for (const TableEntry& e : catalogue)
+      if (e.handle == h) {
+        names.push_back(e.name);
+        break;
+      }
     return true;
   });
   return names;
