@@ -47,5 +47,25 @@ test: test-fast test-san
 bench: build
 	$(BUILD)/bin/veltor_bench
 
+BUILD_FUZZ   ?= build-fuzz
+FUZZ_SECONDS ?= 600
+
+$(BUILD_FUZZ)/build.ninja: | setup
+	CC=clang CXX=clang++ cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DVELTOR_FUZZ=ON -DVELTOR_BENCH=OFF
+
+# Builds the fuzz targets and runs each for FUZZ_SECONDS (see tests/fuzz/README.md).
+fuzz: $(BUILD_FUZZ)/build.ninja
+	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target dxf_reader_fuzzer session_fuzzer
+	tests/fuzz/make_seeds.sh $(BUILD_FUZZ)/seeds
+	mkdir -p $(BUILD_FUZZ)/corpus-run $(BUILD_FUZZ)/session-run $(BUILD_FUZZ)/session-seeds $(BUILD_FUZZ)/artifacts
+	for f in tests/scripts/*.scr; do (printf '\000'; cat "$$f") > "$(BUILD_FUZZ)/session-seeds/$$(basename "$$f")"; done
+	cd $(BUILD_FUZZ) && bin/dxf_reader_fuzzer corpus-run seeds -dict=../tests/fuzz/dxf.dict \
+	  -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 -timeout=10 -max_len=20000 \
+	  -print_final_stats=1 -artifact_prefix=artifacts/
+	cd $(BUILD_FUZZ) && bin/session_fuzzer session-run session-seeds -dict=../tests/fuzz/session.dict \
+	  -max_total_time=$(FUZZ_SECONDS) -rss_limit_mb=4096 -timeout=20 -max_len=4000 \
+	  -print_final_stats=1 -artifact_prefix=artifacts/
+
 clean:
 	rm -rf $(BUILD) $(BUILD_SAN)

@@ -17,12 +17,23 @@ for p in "${packages[@]}"; do
 done
 [ ${#missing[@]} -eq 0 ] && exit 0
 
-echo "setup: installing ${missing[*]}"
 sudo=""
 if [ "$(id -u)" -ne 0 ]; then
   command -v sudo >/dev/null || { echo "setup: need root (or sudo) to install: ${missing[*]}" >&2; exit 1; }
   sudo="sudo"
 fi
 export DEBIAN_FRONTEND=noninteractive
-$sudo apt-get update -qq
-$sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"
+# One line per step; the installer's own output is shown only when a step fails.
+log="$(mktemp)"
+trap 'rm -f "$log"' EXIT
+step() {
+  local what="$1"; shift
+  echo "setup: $what"
+  if ! "$@" >"$log" 2>&1; then
+    cat "$log" >&2
+    echo "setup: failed: $what" >&2
+    exit 1
+  fi
+}
+step "updating the package lists" $sudo apt-get update -qq
+step "installing ${missing[*]}" $sudo apt-get install -y -qq --no-install-recommends "${missing[@]}"

@@ -9,6 +9,8 @@
 #include "console/console_ui.h"
 #include "console/info_report.h"
 #include "console/options.h"
+#include "console/progress_line.h"
+#include "console/script_input.h"
 #include "console/terminal_input.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/session.h"
@@ -40,7 +42,9 @@ std::vector<std::string> CommandNames(const veltor::session::Session& session) {
 }
 
 int Run(const Options& options) {
-  veltor::session::Session session([](std::string_view text) {
+  veltor::console::ProgressLine progress(isatty(STDERR_FILENO));
+  veltor::session::Session session([&progress](std::string_view text) {
+    progress.Clear();
     std::fwrite(text.data(), 1, text.size(), stdout);
   });
   veltor::session::RegisterHostCommands(session);
@@ -49,7 +53,9 @@ int Run(const Options& options) {
   session.LoadModule(veltor::app::AcrxEntryPoint);
 
   if (!options.drawing.empty()) {
+    progress.Busy("Loading " + options.drawing);
     veltor::Status opened = session.OpenDocument(options.drawing);
+    progress.Idle();
     if (!opened.ok()) {
       std::fprintf(stderr, "veltor: %s\n", opened.message().c_str());
       return kExitBadDrawing;
@@ -61,36 +67,36 @@ int Run(const Options& options) {
   }
   veltor::session::SessionDocument* first = session.active();
 
-  std::unique_ptr<veltor::session::LinesInput> script;
+  std::unique_ptr<veltor::console::ScriptInput> script;
   std::unique_ptr<veltor::console::TerminalInput> terminal;
   bool from_terminal = !options.scripted() && isatty(STDIN_FILENO);
   if (from_terminal) {
     terminal = std::make_unique<veltor::console::TerminalInput>(CommandNames(session));
-    session.SetInput(terminal.get());
     session.SetInteractive(true);
   } else {
-    std::vector<std::string> lines;
-    if (!options.script.empty() || !options.scripted()) {
-      auto read = veltor::console::ReadScript(options.script.empty() ? "-" : options.script);
-      if (!read.ok()) {
-        std::fprintf(stderr, "veltor: %s\n", read.message().c_str());
-        return kExitScriptUnreadable;
-      }
-      lines = std::move(read).value();
+    // Without -s or -c, commands come from standard input (a pipe or a file).
+    std::string path = options.script.empty() && !options.scripted() ? "-" : options.script;
+    auto opened_script = veltor::console::ScriptInput::Open(
+        path, options.lines, [](const std::string& t) { std::fputs(t.c_str(), stdout); });
+    if (!opened_script.ok()) {
+      std::fprintf(stderr, "veltor: %s\n", opened_script.message().c_str());
+      return kExitScriptUnreadable;
     }
-    lines.insert(lines.end(), options.lines.begin(), options.lines.end());
-    script = std::make_unique<veltor::session::LinesInput>(
-        std::move(lines), [](const std::string& t) { std::fputs(t.c_str(), stdout); });
-    session.SetInput(script.get());
+    script = std::move(opened_script).value();
   }
+  veltor::session::InputSource& source = terminal ? static_cast<veltor::session::InputSource&>(*terminal)
+                                                  : *script;
+  veltor::console::ProgressInput input(source, progress);
+  session.SetInput(&input);
 
   session.RunLoop();
+  progress.Idle();
   std::fflush(stdout);
   int status = 0;
   if (script && script->failed()) {
     std::fprintf(stderr, "veltor: script line %zu refused: %s\n", script->line_number(),
                  script->failure().c_str());
-    status = kExitScriptRefused;
+    status = script->unreadable() ? kExitScriptUnreadable : kExitScriptRefused;
   }
 
   // Saving is explicit: the drawing the console started with goes to -o OUT or over itself.
@@ -99,7 +105,9 @@ int Run(const Options& options) {
     if (session.ActivateDocument(i).ok() && session.active() == first) still_open = true;
   if (status == 0 && still_open && (!options.output.empty() || options.in_place)) {
     std::string target = options.in_place ? options.drawing : options.output;
+    progress.Busy("Saving " + target);
     veltor::Status saved = first->doc->Save(target);
+    progress.Idle();
     if (!saved.ok()) {
       std::fprintf(stderr, "veltor: %s\n", saved.message().c_str());
       status = kExitWriteFailed;

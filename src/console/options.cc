@@ -1,8 +1,5 @@
 #include "console/options.h"
 
-#include <fstream>
-#include <iostream>
-#include <sstream>
 
 namespace veltor::console {
 
@@ -56,31 +53,6 @@ Result<Options> ParseOptions(int argc, const char* const* argv) {
   if (o.in_place && o.drawing.empty()) return Status::Error("--in-place needs a drawing");
   if (o.in_place && !o.output.empty()) return Status::Error("give either -o or --in-place");
   return o;
-}
-
-Result<std::vector<std::string>> ReadScript(const std::string& path) {
-  std::stringstream bytes;
-  if (path == "-") {
-    bytes << std::cin.rdbuf();
-  } else {
-    std::ifstream in(path, std::ios::binary);
-    if (!in) return Status::Error(path + ": cannot read the script");
-    bytes << in.rdbuf();
-    if (in.bad()) return Status::Error(path + ": cannot read the script");
-  }
-  std::string text = bytes.str();
-  if (text.compare(0, 3, "\xEF\xBB\xBF") == 0) text.erase(0, 3);
-  std::vector<std::string> lines;
-  size_t start = 0;
-  while (start < text.size()) {
-    size_t end = text.find('\n', start);
-    if (end == std::string::npos) end = text.size();
-    std::string line = text.substr(start, end - start);
-    if (!line.empty() && line.back() == '\r') line.pop_back();
-    lines.push_back(std::move(line));
-    start = end + 1;
-  }
-  return lines;
 }
 
 }  // namespace veltor::console

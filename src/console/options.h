@@ -23,8 +23,4 @@ struct Options {
 Result<Options> ParseOptions(int argc, const char* const* argv);
 extern const char kUsage[];
 
-// The lines of a script file or of standard input ("-"): a UTF-8 byte-order mark and CR line
-// ends are dropped; every other character is kept (a trailing space is an answer's end).
-Result<std::vector<std::string>> ReadScript(const std::string& path);
-
 }  // namespace veltor::console

@@ -292,6 +292,15 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
   return out;
 }
 
+bool IsValidUtf8(std::string_view utf8) {
+  for (std::size_t i = 0; i < utf8.size();) {
+    const Decoded d = DecodeUtf8(utf8, i);
+    if (!d.valid) return false;
+    i += d.length;
+  }
+  return true;
+}
+
 std::string Utf16ToUtf8(std::u16string_view utf16) {
   std::string out;
   out.reserve(utf16.size());

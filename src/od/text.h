@@ -20,6 +20,9 @@ namespace veltor::od {
 // U+FFFD per maximal ill-formed subpart, as the Unicode standard recommends.
 std::u16string Utf8ToUtf16(std::string_view utf8);
 
+// True when `utf8` is well-formed UTF-8 (no stray, overlong, surrogate or truncated sequence).
+bool IsValidUtf8(std::string_view utf8);
+
 // Converts UTF-16 to UTF-8. An unpaired surrogate becomes U+FFFD.
 std::string Utf16ToUtf8(std::u16string_view utf16);
 

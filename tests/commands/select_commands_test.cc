@@ -74,7 +74,7 @@ TEST_F(SelectCommandsTest, PickedEntitiesOnUnusableLayersAreNeverFound) {
 TEST_F(SelectCommandsTest, CancelledPromptSelectsNothing) {
   sdoc().pickfirst.clear();
   EXPECT_TRUE(Run("VELTOR_HAS_OD", {}).empty());
-  EXPECT_EQ(out(), "Selected: 0\n");
+  EXPECT_EQ(out(), "Select objects: *Cancel*\nSelected: 0\n");
   EXPECT_TRUE(FindEntitiesByOD(session_, 1).empty());  // mode 1 keeps nothing
 }
 

@@ -83,5 +83,31 @@ TEST_F(SelectionPromptTest, ParsePointNeedsTwoOrThreeNumbers) {
   EXPECT_FALSE(ParsePoint("", p));
 }
 
+// Selections are made in model space: handles of paper-space entities and of entities inside
+// a block definition are refused as the CAD host refuses them, also at one-entity prompts.
+TEST_F(SelectionPromptTest, OnlyEntitiesOfModelSpaceArePicked) {
+  model::RecordId block = model::AddBlockDefinition(
+      doc(), "TREE", {0, 0, 0}, {{"POINT", "0", {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}}}}, {});
+  ASSERT_NE(block, model::kNoRecord);
+  od::EntityId inside = IdOf(doc(), model::BlockEntities(doc(), "TREE").at(0));
+  // An entity of the active layout: a model space entity moved to paper space (group 67).
+  od::EntityId paper = AddPoint("0", 3, 3);
+  model::RecordId r = RecordOf(doc(), paper);
+  model::Tags& tags = doc().MutableTags(r);
+  tags.insert(tags.begin() + 4, dxf::Tag{67, "1"});
+  doc().store().at(r).paper_space = true;
+
+  for (od::EntityId id : {inside, paper}) {
+    auto got = Select({Hex(id), ""});
+    EXPECT_EQ(got.status, od::PromptStatus::kCancel) << Hex(id);
+    EXPECT_NE(out().find("*Invalid selection*"), std::string::npos);
+    ClearOut();
+    Answer({Hex(id)});
+    EXPECT_NE(session_.Ed().GetEntity("Select object: ").status, od::PromptStatus::kOk) << Hex(id);
+  }
+  auto ok = Select({Hex(a_), ""});
+  EXPECT_EQ(ok.value, (od::EntityList{a_}));
+}
+
 }  // namespace
 }  // namespace veltor::session

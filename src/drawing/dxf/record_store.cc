@@ -150,10 +150,13 @@ void RecordStore::BeginUndoGroup() {
   if (!open_group_) open_group_ = std::make_unique<UndoGroup>();
 }
 
-UndoGroup* RecordStore::EndUndoGroup() {
+UndoGroup* RecordStore::EndUndoGroup(bool keep_empty) {
   if (!open_group_) return nullptr;
   std::unique_ptr<UndoGroup> group = std::move(open_group_);
-  if (group->entries.empty()) return nullptr;
+  if (group->entries.empty() && !keep_empty) return nullptr;
+  // An empty group is still a step the user can undo; what could be redone is gone as after
+  // any other command.
+  if (group->entries.empty()) redo_.clear();
   group->saved.clear();
   undo_.push_back(std::move(group));
   return undo_.back().get();
@@ -189,6 +192,14 @@ void RecordStore::Replay(UndoGroup& group, bool backwards) {
   } else {
     for (UndoEntry& e : group.entries) apply(e);
   }
+}
+
+std::unique_ptr<UndoGroup> RecordStore::CancelUndoGroup() {
+  if (!open_group_) return nullptr;
+  std::unique_ptr<UndoGroup> group = std::move(open_group_);
+  Replay(*group, true);
+  group->saved.clear();
+  return group;
 }
 
 const UndoGroup* RecordStore::Undo() {

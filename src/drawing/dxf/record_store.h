@@ -122,8 +122,12 @@ class RecordStore {
   // Opens a group: changes from now on are recorded until EndUndoGroup. Opening a group
   // discards what could be redone. Groups do not nest: a second Begin is ignored.
   void BeginUndoGroup();
-  // Closes the open group; a group without changes is dropped. Returns the group or nullptr.
-  UndoGroup* EndUndoGroup();
+  // Closes the open group; a group without changes is dropped unless `keep_empty`. Returns
+  // the group or nullptr.
+  UndoGroup* EndUndoGroup(bool keep_empty = false);
+  // Takes back every change of the open group and closes it without keeping it: the records
+  // are as they were at BeginUndoGroup. Returns the group taken back (nullptr when none).
+  std::unique_ptr<UndoGroup> CancelUndoGroup();
   bool recording() const { return open_group_ != nullptr; }
   UndoGroup* open_group() { return open_group_.get(); }
   size_t undo_depth() const { return undo_.size(); }

@@ -162,21 +162,35 @@ void Document::BeginUndoGroup(const std::string& label) {
   store_->BeginUndoGroup();
   store_->open_group()->label = label;
   store_->open_group()->owner_before = OwnState();
+  modified_before_group_ = modified_;
 }
 
-void Document::EndUndoGroup() {
-  if (dxf::UndoGroup* group = store_->EndUndoGroup()) group->owner_after = OwnState();
+void Document::EndUndoGroup(bool keep_empty) {
+  if (dxf::UndoGroup* group = store_->EndUndoGroup(keep_empty)) group->owner_after = OwnState();
+}
+
+std::unique_ptr<dxf::UndoGroup> Document::CancelUndoGroup() {
+  std::unique_ptr<dxf::UndoGroup> group = store_->CancelUndoGroup();
+  if (!group) return nullptr;
+  if (group->owner_before.size() == 2) {
+    next_handle_ = group->owner_before[0];
+    handles_allocated_ = group->owner_before[1] != 0;
+  }
+  modified_ = modified_before_group_;
+  ++generation_;
+  return group;
 }
 
 const dxf::UndoGroup* Document::Undo() {
   const dxf::UndoGroup* group = store_->Undo();
-  if (group) RestoreOwnState(group->owner_before);
+  // A step that changed nothing leaves the drawing (and its modified mark) as it is.
+  if (group && !group->entries.empty()) RestoreOwnState(group->owner_before);
   return group;
 }
 
 const dxf::UndoGroup* Document::Redo() {
   const dxf::UndoGroup* group = store_->Redo();
-  if (group) RestoreOwnState(group->owner_after);
+  if (group && !group->entries.empty()) RestoreOwnState(group->owner_after);
   return group;
 }
 

@@ -81,7 +81,11 @@ class Document {
   // records and the handle seed exactly, so saving after an undo writes what saving before
   // the group would have written. They return the group replayed, or nullptr.
   void BeginUndoGroup(const std::string& label);
-  void EndUndoGroup();
+  // Closes the group; one without changes is kept as an undo step only with `keep_empty`.
+  void EndUndoGroup(bool keep_empty = false);
+  // Takes back every change since BeginUndoGroup, the handle seed and the modified mark
+  // included, and forgets the group. Returns it (nullptr when no group was open).
+  std::unique_ptr<dxf::UndoGroup> CancelUndoGroup();
   const dxf::UndoGroup* Undo();
   const dxf::UndoGroup* Redo();
 
@@ -113,6 +117,7 @@ class Document {
   std::array<RecordId, 10> section_start_;
   std::array<RecordId, 10> section_end_;
   bool modified_ = false;
+  bool modified_before_group_ = false;
   uint64_t generation_ = 0;
 };
 

@@ -119,6 +119,13 @@ std::vector<RecordId> ModelSpaceEntities(const Document& doc) {
   return out;
 }
 
+bool IsModelSpaceEntity(const Document& doc, RecordId id) {
+  const dxf::RecordStore& s = doc.store();
+  if (id == kNoRecord || id >= s.size()) return false;
+  const dxf::Record& r = s.at(id);
+  return r.section == Section::kEntities && !r.paper_space && IsMainEntityRecord(r, s.TypeName(r.type));
+}
+
 std::vector<RecordId> PaperSpaceEntities(const Document& doc) {
   std::vector<RecordId> out;
   const dxf::RecordStore& s = doc.store();

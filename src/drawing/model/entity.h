@@ -30,6 +30,9 @@ void CopyProperties(Document& doc, RecordId from, RecordId to);
 
 // The main entities (not VERTEX/SEQEND/ATTRIB) of model space in storage order.
 std::vector<RecordId> ModelSpaceEntities(const Document& doc);
+// True for a main entity of model space: what a selection in model space may pick (not an
+// entity of paper space or inside a block definition, not a VERTEX/ATTRIB/SEQEND, not erased).
+bool IsModelSpaceEntity(const Document& doc, RecordId id);
 // Paper space entities: the active layout's (group 67 = 1) and those of other layouts' blocks.
 std::vector<RecordId> PaperSpaceEntities(const Document& doc);
 // VERTEX, ATTRIB and SEQEND records that follow an entity.

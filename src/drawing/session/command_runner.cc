@@ -44,17 +44,36 @@ void Session::Run(const Command& command, bool transparent) {
   bool grouped = !transparent && drawing && !drawing->store().recording();
   if (grouped) drawing->BeginUndoGroup(command.info.global_name);
   ++depth_;
+  // Each command level tracks its own cancel: a transparent command cancelled inside a
+  // prompt does not cancel the command it interrupted.
+  bool outer_cancelled = editor_.TakeCancelled();
+  bool failed = false;
   try {
     command.handler();
   } catch (const std::exception& e) {
     Print("Error: " + command.info.global_name + " failed: " + e.what() + "\n");
+    failed = true;
   } catch (...) {
     Print("Error: " + command.info.global_name + " failed.\n");
+    failed = true;
   }
+  bool cancelled = editor_.TakeCancelled() || failed;
+  if (outer_cancelled) editor_.MarkCancelled();
   --depth_;
   if (depth_ == 0) cancel_requested_ = false;
   // The drawing may have been closed by the command (CLOSE); only end a group that is open.
-  if (grouped && active() == doc && doc && doc->doc.get() == drawing) drawing->EndUndoGroup();
+  if (!grouped || active() != doc || !doc || doc->doc.get() != drawing) return;
+  if (cancelled) {
+    // A cancelled or failed command leaves nothing of itself behind, not even an undo step.
+    std::unique_ptr<dxf::UndoGroup> taken_back = drawing->CancelUndoGroup();
+    if (taken_back && !taken_back->entries.empty()) {
+      doc->project.container().Refresh();
+      FireUndoReactors(*taken_back);
+    }
+    return;
+  }
+  // Every command the user ran is an undo step, also one that changed nothing (U names it).
+  drawing->EndUndoGroup(!not_undo_steps_.count(command.info.global_name));
 }
 
 bool Session::RunTransparent(const std::string& name) {
@@ -120,12 +139,22 @@ void Session::RunLoop() {
     std::string answer;
     od::PromptStatus status = editor_.ReadAnswer("Command: ", false, answer);
     if (status == od::PromptStatus::kCancel) {
+      if (editor_.input_ended() && interactive_ && input_ && !input_->failed()) {
+        // End of input typed at a terminal (Ctrl-D) leaves as QUIT does: asking about
+        // unsaved drawings first. Input that stays at its end cannot answer, so after a few
+        // tries the loop stops rather than spin.
+        editor_.ClearInputEnded();
+        if (++ends_in_a_row_ > 3) break;
+        Execute("QUIT");
+        continue;
+      }
       // At "Command: " a cancel is Ctrl-C (or "*Cancel*") unless the input has ended: as Esc
       // in the CAD host, it clears the pickfirst selection.
       if (!input_ || input_->failed() || editor_.input_ended()) break;
       editor_.SetPickfirst({});
       continue;
     }
+    ends_in_a_row_ = 0;
     if (status == od::PromptStatus::kNone) {
       if (!last_command_.empty()) Execute(last_command_);
       continue;

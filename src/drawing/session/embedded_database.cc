@@ -9,6 +9,7 @@
 #include "drawing/model/entity_geometry.h"
 #include "drawing/model/tables.h"
 #include "drawing/session/object_ids.h"
+#include "od/text.h"
 
 namespace veltor::session {
 
@@ -74,7 +75,7 @@ const std::unordered_map<std::string, od::ObjectId>& EmbeddedDatabase::LayerIds(
     layer_ids_.clear();
     raw_layer_ids_.clear();
     for (const model::LayerInfo& layer : model::Layers(doc_))
-      layer_ids_.emplace(LowerAscii(layer.name), IdOf(doc_, layer.id));
+      layer_ids_.emplace(od::ToLowerUnicode(layer.name), IdOf(doc_, layer.id));
     layer_ids_generation_ = doc_.generation();
   }
   return layer_ids_;
@@ -83,11 +84,12 @@ const std::unordered_map<std::string, od::ObjectId>& EmbeddedDatabase::LayerIds(
 od::ObjectId EmbeddedDatabase::LayerOf(od::EntityId entity) const {
   model::RecordId record = Record(entity);
   if (record == model::kNoRecord) return od::kNullId;
-  std::string_view raw;
+  // A copy, not a view: the tags of binary records live only during ForEachTag.
+  std::string raw;
   bool found = false;
   doc_.store().ForEachTag(record, [&](int code, std::string_view value) {
     if (code == 8) {
-      raw = value;
+      raw.assign(value);
       found = true;
       return false;
     }
@@ -99,7 +101,7 @@ od::ObjectId EmbeddedDatabase::LayerOf(od::EntityId entity) const {
     if (text == raw) return id;
   // Layer names are mostly ASCII: look up the raw text first, decode only when needed.
   auto it = ids.find(LowerAscii(raw));
-  if (it == ids.end()) it = ids.find(LowerAscii(doc_.Decode(raw)));
+  if (it == ids.end()) it = ids.find(od::ToLowerUnicode(doc_.Decode(raw)));
   od::ObjectId id = it == ids.end() ? od::kNullId : it->second;
   if (raw_layer_ids_.size() < 64) raw_layer_ids_.emplace_back(std::string(raw), id);
   return id;
@@ -170,7 +172,8 @@ std::vector<od::LayerInfo> EmbeddedDatabase::Layers() const {
 
 od::ObjectId EmbeddedDatabase::FindLayer(const std::string& name) const {
   const auto& ids = LayerIds();
-  auto it = ids.find(LowerAscii(name));
+  // Layer names match as the host matches them: without regard to case, in any script.
+  auto it = ids.find(od::ToLowerUnicode(name));
   return it == ids.end() ? od::kNullId : it->second;
 }
 

@@ -10,15 +10,16 @@ namespace {
 // the save failed), so the caller must not go on.
 bool OfferToSave(Session& s, SessionDocument& doc) {
   if (!doc.doc->modified()) return true;
-  od::PromptResult<std::string> answer =
-      s.Ed().GetString("Save changes to " + doc.name + "? [Yes/No/Cancel] <Yes>: ", false);
-  if (answer.status == od::PromptStatus::kCancel || od::MatchesKeyword(answer.value, "cancel"))
-    return false;
-  if (od::MatchesKeyword(answer.value, "no")) return true;
-  if (!answer.value.empty() && !od::MatchesKeyword(answer.value, "yes")) {
-    s.editor().Refuse("Requires Yes, No or Cancel.");
-    return false;
-  }
+  std::string choice;
+  bool answered = AskUntilAccepted(
+      s, "Save changes to " + doc.name + "? [Yes/No/Cancel] <Yes>: ", false,
+      "Requires Yes, No or Cancel.", [&](const std::string& answer) {
+        choice = answer.empty() ? "yes" : answer;
+        return od::MatchesKeyword(choice, "yes") || od::MatchesKeyword(choice, "no") ||
+               od::MatchesKeyword(choice, "cancel");
+      });
+  if (!answered || od::MatchesKeyword(choice, "cancel")) return false;
+  if (od::MatchesKeyword(choice, "no")) return true;
   std::string path = doc.doc->path();
   if (path.empty()) {
     od::PromptResult<std::string> to = s.Ed().GetString("Save drawing as: ", true);
@@ -96,6 +97,8 @@ void Quit(Session& s) {
 }  // namespace
 
 void RegisterFileCommands(Session& s) {
+  // Files and drawings are not part of a drawing's undo history.
+  for (const char* name : {"OPEN", "NEW", "SAVE", "SAVEAS", "CLOSE", "QUIT"}) s.MarkNotUndoStep(name);
   AddHostCommand(s, "OPEN", od::kCmdModal, "Opens a drawing (asks for its path)", [&s] { Open(s); });
   AddHostCommand(s, "NEW", od::kCmdModal, "Starts a new empty drawing", [&s] { s.NewDocument(); });
   AddHostCommand(s, "SAVE", od::kCmdModal, "Saves the drawing under its name (the old file is kept as .bak)",

@@ -13,6 +13,13 @@ inline constexpr char kHostGroup[] = "ACAD";
 void AddHostCommand(Session& s, const std::string& name, int flags, const std::string& summary,
                     std::function<void()> handler);
 
+// Asks `prompt` until `accept` takes the answer (Enter gives ""). A refused answer prints
+// `refusal` and the same prompt is asked again, as the CAD host asks a person; a script stops
+// there. Returns false when the prompt was cancelled or the script stopped.
+bool AskUntilAccepted(Session& s, const std::string& prompt, bool allow_spaces,
+                      const std::string& refusal,
+                      const std::function<bool(const std::string&)>& accept);
+
 // Every host command below.
 void RegisterHostCommands(Session& s);
 

@@ -60,37 +60,45 @@ void Layer(Session& s) {
   SessionDocument* doc = s.active();
   if (!doc) return s.Print("No drawing is open.\n");
   model::Document& drawing = *doc->doc;
-  od::PromptResult<std::string> option = s.Ed().GetString(
-      "Enter an option [?/Freeze/Thaw/Lock/Unlock/ON/OFf/Hide/Show]: ", false);
-  if (option.status != od::PromptStatus::kOk || option.value.empty()) return;
-  const std::string& o = option.value;
-  if (o == "?") {
+  std::string o;
+  std::function<void(dxf::RecordId)> apply;
+  bool list = false;
+  auto choose = [&](const std::string& answer) {
+    o = answer;
+    apply = nullptr;
+    list = o == "?";
+    if (list || o.empty()) return true;
+    if (od::MatchesKeyword(o, "freeze")) apply = [&](dxf::RecordId l) { model::SetLayerFrozen(drawing, l, true); };
+    else if (od::MatchesKeyword(o, "thaw")) apply = [&](dxf::RecordId l) { model::SetLayerFrozen(drawing, l, false); };
+    else if (od::MatchesKeyword(o, "lock")) apply = [&](dxf::RecordId l) { model::SetLayerLocked(drawing, l, true); };
+    else if (od::MatchesKeyword(o, "unlock")) apply = [&](dxf::RecordId l) { model::SetLayerLocked(drawing, l, false); };
+    else if (od::EqualsIgnoreCase(o, "on")) apply = [&](dxf::RecordId l) { model::SetLayerOff(drawing, l, false); };
+    else if (od::MatchesKeyword(o, "off") && o.size() >= 2) apply = [&](dxf::RecordId l) { model::SetLayerOff(drawing, l, true); };
+    else if (od::MatchesKeyword(o, "hide")) apply = [&](dxf::RecordId l) { model::SetLayerHidden(drawing, l, true); };
+    else if (od::MatchesKeyword(o, "show")) apply = [&](dxf::RecordId l) { model::SetLayerHidden(drawing, l, false); };
+    return apply != nullptr;
+  };
+  if (!AskUntilAccepted(s, "Enter an option [?/Freeze/Thaw/Lock/Unlock/ON/OFf/Hide/Show]: ", false,
+                        "Requires ?, Freeze, Thaw, Lock, Unlock, ON, OFf, Hide or Show.", choose) ||
+      o.empty())
+    return;
+  if (list) {
     for (const model::LayerInfo& layer : model::Layers(drawing))
       s.Print(od::Format("  %-24s %s%s%s%s\n", layer.name.c_str(), layer.frozen ? " frozen" : "",
                          layer.locked ? " locked" : "", layer.off ? " off" : "",
                          layer.hidden ? " hidden" : ""));
     return;
   }
-  std::function<void(dxf::RecordId)> apply;
-  if (od::MatchesKeyword(o, "freeze")) apply = [&](dxf::RecordId l) { model::SetLayerFrozen(drawing, l, true); };
-  else if (od::MatchesKeyword(o, "thaw")) apply = [&](dxf::RecordId l) { model::SetLayerFrozen(drawing, l, false); };
-  else if (od::MatchesKeyword(o, "lock")) apply = [&](dxf::RecordId l) { model::SetLayerLocked(drawing, l, true); };
-  else if (od::MatchesKeyword(o, "unlock")) apply = [&](dxf::RecordId l) { model::SetLayerLocked(drawing, l, false); };
-  else if (od::EqualsIgnoreCase(o, "on")) apply = [&](dxf::RecordId l) { model::SetLayerOff(drawing, l, false); };
-  else if (od::MatchesKeyword(o, "off") && o.size() >= 2) apply = [&](dxf::RecordId l) { model::SetLayerOff(drawing, l, true); };
-  else if (od::MatchesKeyword(o, "hide")) apply = [&](dxf::RecordId l) { model::SetLayerHidden(drawing, l, true); };
-  else if (od::MatchesKeyword(o, "show")) apply = [&](dxf::RecordId l) { model::SetLayerHidden(drawing, l, false); };
-  else return (void)s.editor().Refuse("Requires ?, Freeze, Thaw, Lock, Unlock, ON, OFf, Hide or Show.");
   od::PromptResult<std::string> names = s.Ed().GetString("Layer name (* for all): ", true);
   if (names.status != od::PromptStatus::kOk || names.value.empty()) return;
   int changed = 0;
   for (const model::LayerInfo& layer : model::Layers(drawing)) {
-    if (names.value != "*" && !model::EqualsNoCaseAscii(layer.name, names.value)) continue;
+    if (names.value != "*" && !od::EqualsIgnoreCase(layer.name, names.value)) continue;
     apply(layer.id);
     ++changed;
   }
   if (changed == 0) return (void)s.editor().Refuse("Error: no layer named '" + names.value + "'.");
-  s.Print(od::Format("%i layers changed.\n", changed));
+  s.Print(od::Format(changed == 1 ? "%i layer changed.\n" : "%i layers changed.\n", changed));
 }
 
 std::string FlagsText(int flags) {

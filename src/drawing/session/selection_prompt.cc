@@ -9,6 +9,8 @@
 #include <unordered_set>
 
 #include "drawing/dxf/record_store.h"
+#include "drawing/model/entity.h"
+#include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
 #include "od/format.h"
 #include "od/text.h"
@@ -18,6 +20,16 @@ namespace veltor::session {
 namespace {
 
 bool Is(const std::string& answer, const char* keyword) { return od::EqualsIgnoreCase(answer, keyword); }
+
+}  // namespace
+
+// Selections are made in model space, as in the CAD host: a handle of a paper-space entity or
+// of an entity inside a block definition is not pickable there.
+bool InCurrentSpace(SessionDocument& doc, od::EntityId id) {
+  return model::IsModelSpaceEntity(*doc.doc, RecordOf(*doc.doc, id));
+}
+
+namespace {
 
 }  // namespace
 
@@ -122,7 +134,7 @@ od::PromptResult<od::EntityList> SessionEditor::SelectObjects() {
       removing = true;
     } else if (Is(answer, "A") || Is(answer, "ADD")) {
       removing = false;
-    } else if (dxf::ParseHandle(answer, handle) && doc->database.LayerOf(handle) != od::kNullId) {
+    } else if (dxf::ParseHandle(answer, handle) && InCurrentSpace(*doc, handle)) {
       apply({handle});
     } else if (!Refuse("*Invalid selection*\n"
                        "Expects an entity handle or ALL/Window/Crossing/Previous/Last/Add/Remove")) {

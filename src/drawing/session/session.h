@@ -10,6 +10,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <vector>
 
 #include "drawing/session/change_listener.h"
@@ -68,6 +69,8 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   bool quit_requested() const { return quit_; }
   // Runs queued command strings until the queue is empty.
   void RunQueue();
+  // The command (global name) changes the undo history itself and is not an undo step.
+  void MarkNotUndoStep(const std::string& name) { not_undo_steps_.insert(name); }
   // Runs a transparent command from inside a prompt; false when it may not run so.
   bool RunTransparent(const std::string& name);
   bool command_running() const { return depth_ > 0; }
@@ -156,7 +159,10 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   std::vector<od::Reactor*> reactors_;
   std::deque<std::string> queue_;
   std::string last_command_;
+  // Commands that are not undo steps of their own (the undo commands themselves).
+  std::unordered_set<std::string> not_undo_steps_;
   int depth_ = 0;
+  int ends_in_a_row_ = 0;
   bool cancel_requested_ = false;
   bool quit_ = false;
   bool interactive_ = false;

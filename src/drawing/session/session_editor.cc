@@ -57,6 +57,13 @@ bool SessionEditor::TakePending(bool allow_spaces, std::string& answer) {
 
 od::PromptStatus SessionEditor::ReadAnswer(const std::string& prompt, bool allow_spaces,
                                            std::string& answer) {
+  od::PromptStatus status = ReadAnswerOnce(prompt, allow_spaces, answer);
+  if (status == od::PromptStatus::kCancel && session_.command_running()) cancelled_ = true;
+  return status;
+}
+
+od::PromptStatus SessionEditor::ReadAnswerOnce(const std::string& prompt, bool allow_spaces,
+                                               std::string& answer) {
   for (;;) {
     if (session_.TakeCancelRequest()) return od::PromptStatus::kCancel;
     if (TakePending(allow_spaces, answer)) {
@@ -65,7 +72,13 @@ od::PromptStatus SessionEditor::ReadAnswer(const std::string& prompt, bool allow
       InputSource* input = session_.input();
       if (!input) return od::PromptStatus::kCancel;
       InputLine line = input->ReadLine(prompt);
-      if (line.kind == InputLine::Kind::kEnd) input_ended_ = true;
+      if (line.kind == InputLine::Kind::kEnd) {
+        // Input that ends inside a command cancels it, and the transcript says so, once. (A
+        // person at a terminal has seen the prompt already.)
+        if (!input_ended_ && session_.command_running() && !input->failed())
+          Print(session_.interactive() ? "*Cancel*\n" : prompt + "*Cancel*\n");
+        input_ended_ = true;
+      }
       if (line.kind != InputLine::Kind::kLine) return od::PromptStatus::kCancel;
       // A line answers one prompt; without spaces allowed, its rest answers the next ones.
       pending_ = line.text + "\n" + pending_;
@@ -156,7 +169,7 @@ od::PromptResult<od::EntityId> SessionEditor::GetEntity(const std::string& promp
             !doc->database.EntityType(handle).empty())
           id = handle;
       }
-      if (id != od::kNullId && doc->database.LayerOf(id) != od::kNullId) {
+      if (id != od::kNullId && InCurrentSpace(*doc, id)) {
         result.value = id;
         return result;
       }

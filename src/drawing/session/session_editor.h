@@ -46,15 +46,30 @@ class SessionEditor : public od::Editor {
   void ClearPendingInput() { pending_.clear(); }
   // True once the input source said it has no more input.
   bool input_ended() const { return input_ended_; }
+  void ClearInputEnded() { input_ended_ = false; }
+  // Whether a prompt was cancelled since the last call (script end, "*Cancel*", Ctrl-C,
+  // CANCELCMD); clears the mark.
+  bool TakeCancelled() {
+    bool was = cancelled_;
+    cancelled_ = false;
+    return was;
+  }
+  void MarkCancelled() { cancelled_ = true; }
 
  private:
   bool TakePending(bool allow_spaces, std::string& answer);
+  od::PromptStatus ReadAnswerOnce(const std::string& prompt, bool allow_spaces, std::string& answer);
 
   Session& session_;
   std::string pending_;
   int progress_max_ = 0;
   bool input_ended_ = false;
+  bool cancelled_ = false;
 };
+
+struct SessionDocument;
+// True when `id` names a live entity of model space that a prompt may pick.
+bool InCurrentSpace(SessionDocument& doc, od::EntityId id);
 
 // Parses "x,y" or "x,y,z" (numbers as scanf's "%lf" reads them, nothing else on the line).
 bool ParsePoint(const std::string& text, od::Point3& point);

@@ -16,37 +16,34 @@ void PrintReplayed(Session& s, const std::vector<std::string>& names, const char
 }
 
 void UndoCommand(Session& s) {
-  od::PromptResult<std::string> answer =
-      s.Ed().GetString("Enter the number of operations to undo <1>: ", false);
-  if (answer.status == od::PromptStatus::kCancel) return;
   size_t count = 1;
-  if (!answer.value.empty()) {
-    int n = od::ParseLeadingInt(answer.value);
-    if (n <= 0) {
-      s.editor().Refuse("Requires a positive integer.");
-      return;
-    }
-    count = static_cast<size_t>(n);
-  }
-  PrintReplayed(s, s.Undo(count), "Everything has been undone\n");
+  bool answered = AskUntilAccepted(
+      s, "Enter the number of operations to undo <1>: ", false, "Requires a positive integer.",
+      [&](const std::string& answer) {
+        if (answer.empty()) return true;
+        int n = od::ParseLeadingInt(answer);
+        count = static_cast<size_t>(n);
+        return n > 0;
+      });
+  if (answered) PrintReplayed(s, s.Undo(count), "Everything has been undone\n");
 }
 
 void RedoCommand(Session& s, bool ask) {
   size_t count = 1;
   if (ask) {
-    od::PromptResult<std::string> answer =
-        s.Ed().GetString("Enter number of Actions or [All/Last]: ", false);
-    if (answer.status == od::PromptStatus::kCancel) return;
-    if (od::MatchesKeyword(answer.value, "all") || od::MatchesKeyword(answer.value, "last")) {
-      count = static_cast<size_t>(-1);
-    } else if (!answer.value.empty()) {
-      int n = od::ParseLeadingInt(answer.value);
-      if (n <= 0) {
-        s.editor().Refuse("Requires a positive integer or All/Last.");
-        return;
-      }
-      count = static_cast<size_t>(n);
-    }
+    bool answered = AskUntilAccepted(
+        s, "Enter number of Actions or [All/Last]: ", false, "Requires a positive integer or All/Last.",
+        [&](const std::string& answer) {
+          if (answer.empty()) return true;
+          if (od::MatchesKeyword(answer, "all") || od::MatchesKeyword(answer, "last")) {
+            count = static_cast<size_t>(-1);
+            return true;
+          }
+          int n = od::ParseLeadingInt(answer);
+          count = static_cast<size_t>(n);
+          return n > 0;
+        });
+    if (!answered) return;
   }
   PrintReplayed(s, s.Redo(count), "Everything has been redone\n");
 }
@@ -85,7 +82,19 @@ void AddHostCommand(Session& s, const std::string& name, int flags, const std::s
   (void)s.AddCommand(info, std::move(handler));
 }
 
+bool AskUntilAccepted(Session& s, const std::string& prompt, bool allow_spaces,
+                      const std::string& refusal,
+                      const std::function<bool(const std::string&)>& accept) {
+  for (;;) {
+    od::PromptResult<std::string> answer = s.Ed().GetString(prompt, allow_spaces);
+    if (answer.status != od::PromptStatus::kOk) return false;
+    if (accept(answer.value)) return true;
+    if (!s.editor().Refuse(refusal)) return false;
+  }
+}
+
 void RegisterUndoCommands(Session& s) {
+  for (const char* name : {"UNDO", "U", "MREDO", "REDO"}) s.MarkNotUndoStep(name);
   AddHostCommand(s, "UNDO", od::kCmdModal, "Undoes the last commands (asks how many)",
                  [&s] { UndoCommand(s); });
   AddHostCommand(s, "U", od::kCmdModal, "Undoes the last command",
