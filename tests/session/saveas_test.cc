@@ -56,11 +56,15 @@ class SaveAsTest : public testing::SessionFixture {
 
 TEST_F(SaveAsTest, ObjectDataOnR12AdvisesSaveAs) {
   OpenR12();
-  Answer({"New", "Wells", ""});
-  session_.Execute("ODTABLE");
-  EXPECT_NE(out().find("R12 drawings cannot hold Object Data"), std::string::npos) << out();
-  EXPECT_NE(out().find("as R2000 or later with SAVEAS first"), std::string::npos) << out();
-  EXPECT_EQ(out().find("Table name"), std::string::npos) << out();
+  for (const char* command : {"ODTABLE", "ODATTACH", "ODEDIT", "ODDETACH"}) {
+    SCOPED_TRACE(command);
+    ClearOut();
+    Answer({"New", "Wells", ""});
+    session_.Execute(command);
+    EXPECT_NE(out().find("R12 drawings cannot hold Object Data"), std::string::npos) << out();
+    EXPECT_NE(out().find("as R2000 or later with SAVEAS first"), std::string::npos) << out();
+    EXPECT_EQ(out().find(": New"), std::string::npos) << "asked on: " << out();
+  }
 }
 
 TEST_F(SaveAsTest, PromptOffersTheReleasesWithTheDrawingsOwnAsDefault) {

@@ -36,9 +36,55 @@ bool IsSubEntity(const std::string& type) {
   return type == "VERTEX" || type == "SEQEND" || type == "ATTRIB";
 }
 
+// The symbol tables of the new drawing by name, so that carrying thousands of layers or
+// blocks does not scan the TABLES section for each one. Names match without regard to ASCII
+// case, as in FindTableRecord.
+class TableIndex {
+ public:
+  explicit TableIndex(const Document& doc) {
+    const dxf::RecordStore& s = doc.store();
+    std::string table;
+    for (RecordId id = doc.SectionStart(Section::kTables); id != kNoRecord; id = s.at(id).next) {
+      const std::string& type = s.TypeOf(id);
+      if (type == "ENDSEC") break;
+      Tags tags = doc.TagsOf(id);
+      if (type == "TABLE") {
+        table = TagText(tags, 2);
+        heads_[table] = id;
+      } else if (type == "ENDTAB") {
+        ends_[table] = id;
+      } else {
+        Add(table, TagText(tags, 2), id);
+      }
+    }
+  }
+  RecordId Head(const std::string& table) const { return Get(heads_, table); }
+  RecordId End(const std::string& table) const { return Get(ends_, table); }
+  // `raw_name` as the file writes it.
+  RecordId Find(const std::string& table, const std::string& raw_name) const {
+    return Get(records_, Key(table, raw_name));
+  }
+  void Add(const std::string& table, const std::string& raw_name, RecordId id) {
+    records_.emplace(Key(table, raw_name), id);  // the first of a name stays the one found
+  }
+
+ private:
+  static std::string Key(const std::string& table, const std::string& name) {
+    std::string key = table + '\n' + name;
+    for (char& c : key)
+      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
+    return key;
+  }
+  static RecordId Get(const std::map<std::string, RecordId>& map, const std::string& key) {
+    auto it = map.find(key);
+    return it == map.end() ? kNoRecord : it->second;
+  }
+  std::map<std::string, RecordId> heads_, ends_, records_;
+};
+
 class Upgrader {
  public:
-  Upgrader(const Document& src, Document& dst) : src_(src), dst_(dst) {}
+  Upgrader(const Document& src, Document& dst) : src_(src), dst_(dst), tables_(dst) {}
 
   std::vector<std::string> Run() {
     CopyHeader();
@@ -108,10 +154,10 @@ class Upgrader {
     Tags body = Transcode(SubclassTableRecordTags(table, source));
     RegisterApps(body);
     if (table == "LAYER") CompleteLayer(body);
-    std::string name = src_.Decode(TagText(source, 2));
-    RecordId head = FindTableHead(dst_, table);
+    std::string name = dst_.Encode(src_.Decode(TagText(source, 2)));
+    RecordId head = tables_.Head(table);
     Handle table_handle = head == kNoRecord ? 0 : dst_.store().at(head).handle;
-    RecordId existing = FindTableRecord(dst_, table, name);
+    RecordId existing = tables_.Find(table, name);
     if (existing != kNoRecord && filled_.insert(existing).second) {
       // The blank drawing's default record takes the R12 record's values, keeping its handle.
       Tags& tags = dst_.MutableTags(existing);
@@ -122,8 +168,9 @@ class Upgrader {
     }
     Tags tags{{0, table}, {330, dxf::FormatHandle(table_handle)}};
     tags.insert(tags.end(), body.begin(), body.end());
-    RecordId added = dst_.InsertRecordBefore(FindTableEnd(dst_, table), std::move(tags), Section::kTables);
+    RecordId added = dst_.InsertRecordBefore(tables_.End(table), std::move(tags), Section::kTables);
     filled_.insert(added);
+    tables_.Add(table, name, added);
   }
 
   // Layers of R2000 carry a lineweight and a plot style.
@@ -146,7 +193,16 @@ class Upgrader {
   // Extended data names its application, which must be registered in the APPID table.
   void RegisterApps(const Tags& tags) {
     for (const Tag& t : tags)
-      if (t.code == 1001 && apps_.insert(t.value).second) EnsureAppId(dst_, dst_.Decode(t.value));
+      if (t.code == 1001 && apps_.insert(t.value).second && tables_.Find("APPID", t.value) == kNoRecord) {
+        // Until the R12 APPID record (if any) comes by and fills it in.
+        Tags app{{0, "APPID"},
+                 {330, dxf::FormatHandle(dst_.store().at(tables_.Head("APPID")).handle)},
+                 {100, "AcDbSymbolTableRecord"},
+                 {100, "AcDbRegAppTableRecord"},
+                 {2, t.value},
+                 {70, "0"}};
+        tables_.Add("APPID", t.value, dst_.InsertRecordBefore(tables_.End("APPID"), std::move(app), Section::kTables));
+      }
   }
 
   // --- blocks ---
@@ -159,18 +215,19 @@ class Upgrader {
       block_owner_ = 0;
       skipped_entities_ = 0;
       skipping_layout_ = IsLayoutBlock(name);
-      if (skipping_layout_ || FindBlockRecord(dst_, name) != kNoRecord) {
+      if (skipping_layout_ || tables_.Find("BLOCK_RECORD", dst_.Encode(name)) != kNoRecord) {
         skipping_block_ = name;
         skipping_ = true;
         return;
       }
       skipping_ = false;
-      RecordId head = FindTableHead(dst_, "BLOCK_RECORD");
+      RecordId head = tables_.Head("BLOCK_RECORD");
       Tags record{{0, "BLOCK_RECORD"}, {330, dxf::FormatHandle(dst_.store().at(head).handle)}};
       Tags body = SubclassTableRecordTags("BLOCK_RECORD", Tags{{2, TagText(source, 2)}});
       record.insert(record.end(), body.begin(), body.end());
-      RecordId block_record = dst_.InsertRecordBefore(FindTableEnd(dst_, "BLOCK_RECORD"),
+      RecordId block_record = dst_.InsertRecordBefore(tables_.End("BLOCK_RECORD"),
                                                       Transcode(std::move(record)), Section::kTables);
+      tables_.Add("BLOCK_RECORD", dst_.Encode(name), block_record);
       block_owner_ = dst_.store().at(block_record).handle;
       CopyEntity(id, block_owner_, end_of_blocks, Section::kBlocks);
       return;
@@ -233,7 +290,7 @@ class Upgrader {
   }
 
   Handle LayerHandle(std::string_view raw) const {
-    RecordId layer = FindLayer(dst_, src_.Decode(raw));
+    RecordId layer = tables_.Find("LAYER", dst_.Encode(src_.Decode(raw)));
     return layer == kNoRecord ? 0 : dst_.store().at(layer).handle;
   }
 
@@ -253,6 +310,7 @@ class Upgrader {
 
   const Document& src_;
   Document& dst_;
+  TableIndex tables_;
   std::vector<std::string> warnings_;
   std::map<std::string, int> dropped_;
   std::map<std::string, int> dropped_records_;

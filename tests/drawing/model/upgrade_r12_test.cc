@@ -233,6 +233,29 @@ TEST(UpgradeR12, UnknownTypesAreLeftOutAndCounted) {
   EXPECT_NE(warnings[0].find("2 GADGET entities left out"), std::string::npos) << warnings[0];
 }
 
+TEST(UpgradeR12, ApplicationsAreRegisteredOnceWhereverTheirFirstUseIs) {
+  // The layer's extended data names SURVEY before the APPID table registers it.
+  std::string r12 =
+      "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n"
+      "0\nSECTION\n2\nTABLES\n"
+      "0\nTABLE\n2\nLAYER\n70\n1\n0\nLAYER\n2\nPIPES\n70\n0\n62\n3\n6\nCONTINUOUS\n"
+      "1001\nSURVEY\n1000\nchecked\n0\nENDTAB\n"
+      "0\nTABLE\n2\nAPPID\n70\n1\n0\nAPPID\n2\nSURVEY\n70\n0\n0\nENDTAB\n"
+      "0\nENDSEC\n0\nSECTION\n2\nENTITIES\n"
+      "0\nPOINT\n8\nPIPES\n10\n0\n20\n0\n30\n0\n1001\nOTHER\n1000\nx\n"
+      "0\nENDSEC\n0\nEOF\n";
+  auto source = Document::FromBytes(r12, "apps.dxf");
+  ASSERT_TRUE(source.ok()) << source.message();
+  auto doc = Convert(**source, "AC1015");
+  ASSERT_TRUE(doc);
+  std::map<std::string, int> apps;
+  const dxf::RecordStore& s = doc->store();
+  for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next)
+    if (s.TypeOf(id) == "APPID") ++apps[TagText(doc->TagsOf(id), 2)];
+  EXPECT_EQ(apps, (std::map<std::string, int>{{"ACAD", 1}, {"OTHER", 1}, {"SURVEY", 1}}));
+  EXPECT_EQ(TagText(doc->TagsOf(FindLayer(*doc, "PIPES")), 1000), "checked");
+}
+
 TEST(UpgradeR12, RefusesOtherReleases) {
   auto r2000 = Document::NewBlank("AC1015");
   Result<UpgradedDrawing> from_r2000 = UpgradeR12(*r2000, "AC1032");
