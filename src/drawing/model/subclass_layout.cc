@@ -206,10 +206,14 @@ dxf::Tags SubclassTableRecordTags(std::string_view table, const dxf::Tags& sourc
   return out;
 }
 
-bool NamesArrowBlocks(const dxf::Tags& dimstyle) {
-  for (const dxf::Tag& t : dimstyle)
-    if ((t.code == 5 || t.code == 6 || t.code == 7) && !t.value.empty()) return true;
-  return false;
+std::vector<std::pair<int, std::string>> ArrowBlockNames(const dxf::Tags& dimstyle) {
+  std::vector<std::pair<int, std::string>> names;
+  for (const dxf::Tag& t : dimstyle) {
+    if (t.code == 1001) break;
+    if ((t.code == 5 || t.code == 6 || t.code == 7) && !t.value.empty())
+      names.emplace_back(337 + t.code, t.value);
+  }
+  return names;
 }
 
 }  // namespace veltor::model

@@ -7,7 +7,10 @@
 #pragma once
 
 #include <optional>
+#include <string>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 #include "drawing/dxf/tag.h"
 
@@ -32,7 +35,8 @@ std::optional<dxf::Tags> SubclassEntityTags(std::string_view type, const dxf::Ta
 // R13 on, arrows are block record pointers and group 5 is not a name.
 dxf::Tags SubclassTableRecordTags(std::string_view table, const dxf::Tags& source);
 
-// True when an R12 DIMSTYLE record names arrow blocks that SubclassTableRecordTags leaves out.
-bool NamesArrowBlocks(const dxf::Tags& dimstyle);
+// The arrow blocks an R12 DIMSTYLE record names (groups 5, 6 and 7), each with the group
+// code that points to its block record from R13 on (342, 343, 344). Empty names are left out.
+std::vector<std::pair<int, std::string>> ArrowBlockNames(const dxf::Tags& dimstyle);
 
 }  // namespace veltor::model

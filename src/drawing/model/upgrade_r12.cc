@@ -104,6 +104,7 @@ class Upgrader {
         CopyEntity(id, EntityOwner(r), dst_.SectionEnd(Section::kEntities), Section::kEntities);
       }
     }
+    LinkArrowBlocks();
     ReportDropped();
     return std::move(warnings_);
   }
@@ -150,7 +151,6 @@ class Upgrader {
       ++dropped_records_[table.empty() ? src_.TypeOf(id) : table];
       return;
     }
-    if (table == "DIMSTYLE" && NamesArrowBlocks(source)) ++styles_without_arrows_;
     Tags body = Transcode(SubclassTableRecordTags(table, source));
     RegisterApps(body);
     if (table == "LAYER") CompleteLayer(body);
@@ -158,19 +158,44 @@ class Upgrader {
     RecordId head = tables_.Head(table);
     Handle table_handle = head == kNoRecord ? 0 : dst_.store().at(head).handle;
     RecordId existing = tables_.Find(table, name);
+    RecordId made = kNoRecord;
     if (existing != kNoRecord && filled_.insert(existing).second) {
       // The blank drawing's default record takes the R12 record's values, keeping its handle.
       Tags& tags = dst_.MutableTags(existing);
       Tags head_tags(tags.begin(), tags.begin() + 3);  // 0 TYPE, 5/105 handle, 330 owner
       tags = std::move(head_tags);
       tags.insert(tags.end(), body.begin(), body.end());
-      return;
+      made = existing;
     }
-    Tags tags{{0, table}, {330, dxf::FormatHandle(table_handle)}};
-    tags.insert(tags.end(), body.begin(), body.end());
-    RecordId added = dst_.InsertRecordBefore(tables_.End(table), std::move(tags), Section::kTables);
-    filled_.insert(added);
-    tables_.Add(table, name, added);
+    if (made == kNoRecord) {
+      Tags tags{{0, table}, {330, dxf::FormatHandle(table_handle)}};
+      tags.insert(tags.end(), body.begin(), body.end());
+      made = dst_.InsertRecordBefore(tables_.End(table), std::move(tags), Section::kTables);
+      filled_.insert(made);
+      tables_.Add(table, name, made);
+    }
+    if (table == "DIMSTYLE")
+      for (auto& [code, block] : ArrowBlockNames(source)) arrows_.push_back({made, code, block});
+  }
+
+  // Dimension styles point to their arrow blocks' records, which exist once the blocks are
+  // carried over.
+  void LinkArrowBlocks() {
+    for (const Arrow& arrow : arrows_) {
+      std::string name = dst_.Encode(src_.Decode(arrow.block));
+      RecordId block = tables_.Find("BLOCK_RECORD", name);
+      if (block == kNoRecord) {
+        warnings_.push_back("dimension style '" + dst_.Decode(TagText(dst_.TagsOf(arrow.style), 2)) +
+                            "' names arrow block '" + dst_.Decode(name) +
+                            "', which the drawing does not define; it uses the default arrow");
+        continue;
+      }
+      Tags& tags = dst_.MutableTags(arrow.style);
+      size_t at = 0;
+      while (at < tags.size() && tags[at].code < 1000) ++at;
+      tags.insert(tags.begin() + static_cast<long>(at),
+                  Tag{arrow.code, dxf::FormatHandle(dst_.store().at(block).handle)});
+    }
   }
 
   // Layers of R2000 carry a lineweight and a plot style.
@@ -302,10 +327,6 @@ class Upgrader {
     for (const auto& [table, count] : dropped_records_)
       warnings_.push_back(std::to_string(count) + " record(s) of table " + table +
                           " left out: not a table the conversion carries");
-    if (styles_without_arrows_ > 0)
-      warnings_.push_back(std::to_string(styles_without_arrows_) +
-                          " dimension style(s) named arrow blocks; the converted styles use the "
-                          "default arrows");
   }
 
   const Document& src_;
@@ -314,7 +335,12 @@ class Upgrader {
   std::vector<std::string> warnings_;
   std::map<std::string, int> dropped_;
   std::map<std::string, int> dropped_records_;
-  int styles_without_arrows_ = 0;
+  struct Arrow {
+    RecordId style;  // the DIMSTYLE record of the new drawing
+    int code;        // 342, 343 or 344
+    std::string block;  // as the R12 file writes it
+  };
+  std::vector<Arrow> arrows_;
   std::set<RecordId> filled_;  // records of the new drawing that already hold R12 values
   std::set<std::string> apps_;
   Handle model_space_ = 0, paper_space_ = 0;

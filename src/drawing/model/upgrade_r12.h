@@ -6,7 +6,8 @@
 //   - the header variables both releases know ($ACADVER, $HANDSEED and the handful of
 //     variables R2000 dropped are not carried);
 //   - the symbol table records (a record the blank drawing already has, such as layer "0"
-//     or the STANDARD text style, takes the R12 record's values);
+//     or the STANDARD text style, takes the R12 record's values; dimension styles point to
+//     their arrow blocks' records instead of naming them);
 //   - every block definition, each with a new block record;
 //   - every entity of model and paper space, in storage order;
 // each record with a new handle, its owner and the subclass markers of its type.

@@ -256,6 +256,28 @@ TEST(UpgradeR12, ApplicationsAreRegisteredOnceWhereverTheirFirstUseIs) {
   EXPECT_EQ(TagText(doc->TagsOf(FindLayer(*doc, "PIPES")), 1000), "checked");
 }
 
+TEST(UpgradeR12, DimensionStylesPointToTheirArrowBlocks) {
+  std::string r12 =
+      "0\nSECTION\n2\nHEADER\n9\n$ACADVER\n1\nAC1009\n0\nENDSEC\n"
+      "0\nSECTION\n2\nTABLES\n0\nTABLE\n2\nDIMSTYLE\n70\n1\n"
+      "0\nDIMSTYLE\n2\nARCH\n70\n0\n3\n\n4\n\n5\nDOT\n6\nMISSING\n7\n\n40\n1.0\n"
+      "0\nENDTAB\n0\nENDSEC\n"
+      "0\nSECTION\n2\nBLOCKS\n0\nBLOCK\n8\n0\n2\nDOT\n70\n0\n10\n0\n20\n0\n30\n0\n3\nDOT\n"
+      "0\nCIRCLE\n8\n0\n10\n0\n20\n0\n30\n0\n40\n0.5\n0\nENDBLK\n8\n0\n0\nENDSEC\n"
+      "0\nSECTION\n2\nENTITIES\n0\nENDSEC\n0\nEOF\n";
+  auto source = Document::FromBytes(r12, "arrows.dxf");
+  ASSERT_TRUE(source.ok()) << source.message();
+  std::vector<std::string> warnings;
+  auto doc = Convert(**source, "AC1015", &warnings);
+  ASSERT_TRUE(doc);
+  Tags arch = doc->TagsOf(FindTableRecord(*doc, "DIMSTYLE", "ARCH"));
+  EXPECT_EQ(TagText(arch, 342), dxf::FormatHandle(doc->store().at(FindBlockRecord(*doc, "DOT")).handle));
+  EXPECT_EQ(FindTag(arch, 343), nullptr);
+  EXPECT_EQ(FindTag(arch, 5), nullptr);
+  ASSERT_EQ(warnings.size(), 1u);
+  EXPECT_NE(warnings[0].find("'MISSING'"), std::string::npos) << warnings[0];
+}
+
 TEST(UpgradeR12, RefusesOtherReleases) {
   auto r2000 = Document::NewBlank("AC1015");
   Result<UpgradedDrawing> from_r2000 = UpgradeR12(*r2000, "AC1032");
@@ -328,7 +350,7 @@ TEST(SubclassLayout, PutsEachTagUnderItsSubclass) {
 
 TEST(SubclassLayout, TableRecordsLeaveOutWhatLaterReleasesReadDifferently) {
   Tags dimstyle{{0, "DIMSTYLE"}, {105, "1F"}, {2, "ARCH"}, {70, "0"}, {5, "DOT"}, {6, ""}, {7, ""}, {40, "1"}};
-  EXPECT_TRUE(NamesArrowBlocks(dimstyle));
+  EXPECT_EQ(ArrowBlockNames(dimstyle), (std::vector<std::pair<int, std::string>>{{342, "DOT"}}));
   Tags out = SubclassTableRecordTags("DIMSTYLE", dimstyle);
   EXPECT_EQ(Markers(out), (std::vector<std::string>{"AcDbSymbolTableRecord", "AcDbDimStyleTableRecord"}));
   for (const Tag& t : out) {
