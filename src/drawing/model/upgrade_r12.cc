@@ -7,6 +7,7 @@
 #include "drawing/model/blank_drawing.h"
 #include "drawing/model/objects.h"
 #include "drawing/model/subclass_layout.h"
+#include "drawing/model/table_index.h"
 #include "drawing/model/tables.h"
 #include "drawing/model/viewport_upgrade.h"
 
@@ -35,52 +36,6 @@ bool IsLayoutBlock(const std::string& name) {
 bool IsSubEntity(const std::string& type) {
   return type == "VERTEX" || type == "SEQEND" || type == "ATTRIB";
 }
-
-// The symbol tables of the new drawing by name, so that carrying thousands of layers or
-// blocks does not scan the TABLES section for each one. Names match without regard to ASCII
-// case, as in FindTableRecord.
-class TableIndex {
- public:
-  explicit TableIndex(const Document& doc) {
-    const dxf::RecordStore& s = doc.store();
-    std::string table;
-    for (RecordId id = doc.SectionStart(Section::kTables); id != kNoRecord; id = s.at(id).next) {
-      const std::string& type = s.TypeOf(id);
-      if (type == "ENDSEC") break;
-      Tags tags = doc.TagsOf(id);
-      if (type == "TABLE") {
-        table = TagText(tags, 2);
-        heads_[table] = id;
-      } else if (type == "ENDTAB") {
-        ends_[table] = id;
-      } else {
-        Add(table, TagText(tags, 2), id);
-      }
-    }
-  }
-  RecordId Head(const std::string& table) const { return Get(heads_, table); }
-  RecordId End(const std::string& table) const { return Get(ends_, table); }
-  // `raw_name` as the file writes it.
-  RecordId Find(const std::string& table, const std::string& raw_name) const {
-    return Get(records_, Key(table, raw_name));
-  }
-  void Add(const std::string& table, const std::string& raw_name, RecordId id) {
-    records_.emplace(Key(table, raw_name), id);  // the first of a name stays the one found
-  }
-
- private:
-  static std::string Key(const std::string& table, const std::string& name) {
-    std::string key = table + '\n' + name;
-    for (char& c : key)
-      if (c >= 'a' && c <= 'z') c = static_cast<char>(c - 32);
-    return key;
-  }
-  static RecordId Get(const std::map<std::string, RecordId>& map, const std::string& key) {
-    auto it = map.find(key);
-    return it == map.end() ? kNoRecord : it->second;
-  }
-  std::map<std::string, RecordId> heads_, ends_, records_;
-};
 
 class Upgrader {
  public:

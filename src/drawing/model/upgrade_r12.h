@@ -10,7 +10,9 @@
 //     their arrow blocks' records instead of naming them);
 //   - every block definition, each with a new block record;
 //   - every entity of model and paper space, in storage order;
-// each record with a new handle, its owner and the subclass markers of its type.
+// each record with a new handle, its owner and the subclass markers of its type. The
+// dictionaries and layouts a few R12 writers add in an OBJECTS section, and their block
+// records, are not carried: the new drawing has its own.
 #pragma once
 
 #include <memory>
