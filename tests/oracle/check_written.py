@@ -25,7 +25,7 @@ import sys
 
 import ezdxf
 from ezdxf import recover
-from ezdxf.lldxf.const import DXFStructureError
+from ezdxf.lldxf.const import DXFStructureError, DXFValueError
 
 KEY = "VELTOR_OBJECT_DATA"
 UNICODE_ESCAPE = re.compile(r"\\U\+([0-9A-Fa-f]{4})")
@@ -43,7 +43,7 @@ def load(path, use_recover):
     if not use_recover:
         try:
             return ezdxf.readfile(path), False
-        except DXFStructureError:
+        except (DXFStructureError, DXFValueError):
             pass
     doc, _ = recover.readfile(path)
     return doc, True

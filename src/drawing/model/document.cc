@@ -202,16 +202,18 @@ RecordId Document::InsertRecordBefore(RecordId before, Tags tags, Section sectio
   else
     tags[1].value = dxf::FormatHandle(handle);
   Handle owner = 0;
-  for (const Tag& t : tags)
-    if (t.code == 330) {
-      dxf::ParseHandle(t.value, owner);
-      break;
-    }
+  bool paper_space = false;
+  for (const Tag& t : tags) {
+    if (t.code == 1001) break;  // extended data: its codes mean something else
+    if (t.code == 330 && owner == 0) dxf::ParseHandle(t.value, owner);
+    if (t.code == 67) paper_space = ParseInt(t.value) == 1;
+  }
   RecordId after = before == kNoRecord ? store_->last() : store_->at(before).prev;
   RecordId id = store_->InsertAfter(after, std::move(tags), section);
   dxf::Record& r = store_->at(id);
   r.handle = handle;
   r.owner = owner;
+  r.paper_space = paper_space;
   const std::string& type = store_->TypeName(r.type);
   r.sub_entity = (section == Section::kEntities || section == Section::kBlocks) &&
                  (type == "VERTEX" || type == "SEQEND" || type == "ATTRIB");

@@ -5,6 +5,7 @@
 
 #include "drawing/model/entity.h"
 #include "drawing/model/objects.h"
+#include "drawing/model/upgrade_r12.h"
 #include "drawing/objectdata/od_format.h"
 
 namespace veltor::objectdata {
@@ -37,9 +38,14 @@ const char* ColumnTypeName(ColumnType type) {
 }
 
 Status ObjectDataStore::CanWrite() const {
+  // Object Data lives in dictionaries and XRECORDs, which R12 files cannot hold; R12
+  // drawings can be converted up with SAVEAS, R13 and R14 ones cannot.
+  if (model::IsR12OrEarlier(doc_))
+    return Status::Error("Object Data: R12 drawings cannot hold Object Data (this drawing is " +
+                         doc_.version() + "); save the drawing as R2000 or later with SAVEAS first");
   if (!doc_.AtLeast("AC1015"))
-    return Status::Error("Object Data needs a drawing of release R2000 (AC1015) or later; this "
-                         "drawing is " + doc_.version() + " (save it as R2000 or later first)");
+    return Status::Error("Object Data: it needs a drawing of release R2000 (AC1015) or later; "
+                         "this drawing is " + doc_.version());
   if (model::NamedObjectDictionary(doc_) == kNoRecord)
     return Status::Error("the drawing has no root dictionary to hold Object Data");
   return Status::Ok();

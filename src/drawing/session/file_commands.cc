@@ -1,5 +1,7 @@
 // Drawing files: OPEN, NEW, SAVE, SAVEAS, CLOSE and QUIT.
+#include "drawing/model/upgrade_r12.h"
 #include "drawing/session/host_commands.h"
+#include "drawing/session/save_format.h"
 #include "od/gathering.h"
 
 namespace veltor::session {
@@ -68,12 +70,49 @@ void Save(Session& s) {
   SaveTo(s, doc->doc->path());
 }
 
+// Asks for the file format; Enter keeps the drawing's own release. Nothing when cancelled
+// or refused.
+const SaveFormat* AskFormat(Session& s, const std::string& own) {
+  static const SaveFormat kOwn{"", ""};
+  std::string choices;
+  for (const SaveFormat& f : SaveFormats()) choices += (choices.empty() ? "" : "/") + std::string(f.keyword);
+  for (;;) {
+    od::PromptResult<std::string> answer =
+        s.Ed().GetString("File format [" + choices + "] <" + ReleaseName(own) + ">: ", false);
+    if (answer.status != od::PromptStatus::kOk) return nullptr;
+    if (answer.value.empty()) return &kOwn;
+    if (const SaveFormat* format = MatchSaveFormat(answer.value)) return format;
+    if (!s.editor().Refuse("Requires R12, R2000, R2004, R2007, R2010, R2013 or R2018.")) return nullptr;
+  }
+}
+
+// Converts the active R12 drawing to `format`, saves it to `path` and makes the converted
+// drawing the active one. On failure the open drawing and the files stay as they were.
+void SaveConverted(Session& s, const std::string& path, const SaveFormat& format) {
+  Result<model::UpgradedDrawing> converted = model::UpgradeR12(*s.active()->doc, format.acadver);
+  if (!converted.ok()) return (void)s.editor().Refuse("Error: " + converted.message());
+  for (const std::string& warning : converted->warnings) s.Print("Warning: " + warning + "\n");
+  Status saved = converted->doc->Save(path);
+  if (!saved.ok()) return (void)s.editor().Refuse("Error: " + saved.message());
+  s.ReplaceActiveDocument(std::move(converted->doc));
+  s.Print("Converted to " + std::string(format.keyword) + " and saved " + path + "\n");
+}
+
 void SaveAs(Session& s) {
   SessionDocument* doc = s.active();
   if (!doc) return s.Print("No drawing is open.\n");
   od::PromptResult<std::string> path = s.Ed().GetString("Save drawing as: ", true);
   if (path.status != od::PromptStatus::kOk || path.value.empty()) return;
-  SaveTo(s, path.value);
+  const std::string own = doc->doc->version();
+  const SaveFormat* format = AskFormat(s, own);
+  if (!format) return;
+  std::string target = *format->acadver ? format->acadver : own;
+  SaveDecision decision = PlanSave(own, target);
+  switch (decision.plan) {
+    case SavePlan::kAsIs: return SaveTo(s, path.value);
+    case SavePlan::kUpgrade: return SaveConverted(s, path.value, *format);
+    case SavePlan::kRefuse: return (void)s.editor().Refuse("Error: " + decision.reason);
+  }
 }
 
 void Close(Session& s) {
@@ -103,7 +142,7 @@ void RegisterFileCommands(Session& s) {
   AddHostCommand(s, "NEW", od::kCmdModal, "Starts a new empty drawing", [&s] { s.NewDocument(); });
   AddHostCommand(s, "SAVE", od::kCmdModal, "Saves the drawing under its name (the old file is kept as .bak)",
                  [&s] { Save(s); });
-  AddHostCommand(s, "SAVEAS", od::kCmdModal, "Saves the drawing under a new name", [&s] { SaveAs(s); });
+  AddHostCommand(s, "SAVEAS", od::kCmdModal, "Saves the drawing under a new name, in its own or a later release", [&s] { SaveAs(s); });
   AddHostCommand(s, "CLOSE", od::kCmdModal, "Closes the drawing", [&s] { Close(s); });
   AddHostCommand(s, "QUIT", od::kCmdModal, "Leaves veltor", [&s] { Quit(s); });
 }

@@ -63,6 +63,16 @@ void Session::AddDocument(std::unique_ptr<model::Document> doc, const std::strin
   SendToModules(od::kLoadDwgMsg);
 }
 
+void Session::ReplaceActiveDocument(std::unique_ptr<model::Document> doc) {
+  std::string name = BaseName(doc->path());
+  if (!active()) return AddDocument(std::move(doc), name);
+  SendToModules(od::kUnloadDwgMsg);
+  ChangeListener& listener = *this;
+  documents_[active_] = std::make_unique<SessionDocument>(std::move(doc), name, listener);
+  for (od::Reactor* r : reactors_) r->DocumentActivated(name);
+  SendToModules(od::kLoadDwgMsg);
+}
+
 void Session::CloseActiveDocument() {
   if (!active()) return;
   SendToModules(od::kUnloadDwgMsg);

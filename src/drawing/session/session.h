@@ -46,6 +46,9 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   void NewDocument();
   // Adds an already loaded drawing (tests build drawings in memory).
   void AddDocument(std::unique_ptr<model::Document> doc, const std::string& name);
+  // Puts `doc` in the place of the active drawing (SAVEAS to another release), named after
+  // its path; the old drawing with its selections and undo history is discarded.
+  void ReplaceActiveDocument(std::unique_ptr<model::Document> doc);
   // Closes the active drawing, discarding unsaved changes.
   void CloseActiveDocument();
   Status ActivateDocument(size_t index);
