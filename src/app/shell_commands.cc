@@ -1,6 +1,7 @@
 #include "app/shell_commands.h"
 
 #include "app/veltor_app.h"
+#include "od/string_table.h"
 #include "ui/command_palette.h"
 #include "ui/text_box_dialog.h"
 
@@ -10,7 +11,8 @@
 
 namespace veltor::app {
 
-void VeltorCtl(od::Host& host) {
+void VeltorCtl(od::CommandContext& context) {
+  od::Host& host = context.host();
   std::unique_ptr<od::Palette>& palette = TheApp().command_palette();
   if (!palette) palette = std::make_unique<ui::CommandPalette>();
   host.Ui().ShowPalette(*palette);
@@ -27,8 +29,9 @@ std::string AboutText() {
          "type HELP at the command prompt for the list of commands.\n";
 }
 
-void VeltorAbout(od::Host& host) {
-  ui::TextBoxDialog about("About veltor", 250, 150);
+void VeltorAbout(od::CommandContext& context) {
+  od::Host& host = context.host();
+  ui::TextBoxDialog about(od::Str(od::kStrAboutTitle), 250, 150);
   about.SetText(AboutText());
   host.Ui().ShowModal(about);
 }

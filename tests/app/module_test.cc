@@ -1,11 +1,10 @@
 // The module shell: entry point messages, registration order and flags, the LISP function,
-// the string table.
+// the command wrapper.
 #include <gtest/gtest.h>
 
 #include <set>
 
 #include "app/command_table.h"
-#include "app/string_table.h"
 #include "app/veltor_app.h"
 #include "drawing/session/session.h"
 
@@ -90,18 +89,6 @@ TEST_F(ModuleTest, UnbuiltCommandsSaySo) {
   Load();
   ASSERT_TRUE(session_.Execute("VELTOR_BREAK"));
   EXPECT_EQ(out_, "Error: VELTOR_BREAK is not available in this build.\n");
-}
-
-TEST(StringTable, HoldsTheMessagesCommandsPrint) {
-  EXPECT_STREQ(Str(kStrSelected), "Selected: %i\n");
-  EXPECT_STREQ(Str(kStrCompletedOutOf), "Completed: %i out of %i\n");
-  EXPECT_STREQ(Str(kStrDetachAllWarning), "This will detach ALL tables from selected objects. Continue?\n");
-  EXPECT_STREQ(Str(999), "");
-  for (int i = 1; i < StringCount(); ++i) {
-    EXPECT_LT(StringIdAt(i - 1), StringIdAt(i));
-    EXPECT_GE(StringIdAt(i), 100);
-    EXPECT_LE(StringIdAt(i), 180);
-  }
 }
 
 }  // namespace

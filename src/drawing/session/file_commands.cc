@@ -1,6 +1,7 @@
 // Drawing files: OPEN, NEW, SAVE, SAVEAS, CLOSE and QUIT.
 #include "drawing/session/host_commands.h"
 #include "od/gathering.h"
+#include "od/text.h"
 
 namespace veltor::session {
 

@@ -1,7 +1,12 @@
-// The module's user-visible strings, by id. Formats are printf formats printed as they stand.
+// The module's user-visible strings, by id: what commands print and what dialogs show. Formats
+// are printf formats printed as they stand.
+//
+// Two ranges: 101-180 are the command-line messages; 1000 and up are the titles and control
+// labels of dialogs (and the texts of their buttons). An id means the same text in every
+// front end, so a translated table replaces texts, never ids.
 #pragma once
 
-namespace veltor::app {
+namespace veltor::od {
 
 enum StringId : int {
   kStrUnableToOpen = 101,          // "Error: unable to open '%s'.\n"
@@ -51,12 +56,30 @@ enum StringId : int {
   kStrWithoutSpecificOdTitle = 177,
   kStrSelectReference = 179,
   kStrDetachAllWarning = 180,
+
+  // --- dialog texts ---
+  kStrDialogOk = 1000,               // "OK"
+  kStrDialogCancel = 1001,           // "Cancel"
+  kStrObjectDataTitle = 1002,        // "Object Data"
+  kStrTablesLabel = 1003,            // "Tables"
+  kStrSelectAllNothing = 1004,       // "Select all/nothing"
+  kStrSimultaneous = 1005,           // "Simultaneous"
+  kStrValueQueryTitle = 1006,        // "Find entities with specific OD values"
+  kStrConditionsLabel = 1007,        // "Conditions"
+  kStrExtendedPatterns = 1008,       // "Extended (>, <, <>, *)"
+  kStrAboutTitle = 1009,             // "About veltor"
 };
 
-// The text of a string id; "" for an id the table does not hold.
+// The first id of the dialog texts.
+inline constexpr int kFirstDialogStringId = 1000;
+
+// The text of a string id (either range); "" for an id the table does not hold.
 const char* Str(int id);
-// Every id the table holds, ascending.
+// Every message id (101-180), ascending.
 int StringCount();
 int StringIdAt(int index);
+// Every dialog text id (1000 and up), ascending.
+int DialogStringCount();
+int DialogStringIdAt(int index);
 
-}  // namespace veltor::app
+}  // namespace veltor::od
