@@ -9,12 +9,13 @@
 #include "commands/select/point_select.h"
 #include "commands/select/value_query.h"
 #include "od/format.h"
+#include "od/string_table.h"
 #include "ui/command_catalogue.h"
 
 namespace veltor::app {
 
 void NotAvailable(od::Host& host, const char* command) {
-  host.Ed().Print(od::Format("Error: %s is not available in this build.\n", command));
+  host.Ed().Print(od::Format(od::Str(od::kStrNotAvailable), command));
 }
 
 od::CommandHandler WrapHandler(od::Host& host, const char* name, CommandFn fn) {

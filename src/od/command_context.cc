@@ -2,6 +2,9 @@
 
 #include <exception>
 
+#include "od/format.h"
+#include "od/string_table.h"
+
 namespace veltor::od {
 
 namespace {
@@ -10,9 +13,8 @@ namespace {
 // nothing may escape, so such a failure is dropped.
 void ReportFailure(Host& host, const std::string& name, const char* what) noexcept {
   try {
-    std::string line = "Error: " + name + " failed";
-    line += what ? std::string(": ") + what + "\n" : std::string(".\n");
-    host.Ed().Print(line);
+    host.Ed().Print(what ? Format(Str(kStrCommandFailed), name.c_str(), what)
+                         : Format(Str(kStrCommandFailedUnknown), name.c_str()));
   } catch (...) {
   }
 }

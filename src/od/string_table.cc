@@ -64,6 +64,9 @@ constexpr Entry kStrings[] = {
 
 // Ordered by id.
 constexpr Entry kDialogStrings[] = {
+    {900, "Error: %s is not available in this build.\n"},
+    {901, "Error: %s failed: %s\n"},
+    {902, "Error: %s failed.\n"},
     {1000, "OK"},
     {1001, "Cancel"},
     {1002, "Object Data"},
@@ -74,6 +77,15 @@ constexpr Entry kDialogStrings[] = {
     {1007, "Conditions"},
     {1008, "Extended (>, <, <>, *)"},
     {1009, "About veltor"},
+    {1010,
+     "veltor %s\n"
+     "Object Data tools for CAD drawings: find, select, detach, copy, compute, translate,\n"
+     "summarise and exchange the attribute tables attached to drawing entities.\n"
+     "\n"
+     "Built %s.\n"
+     "Licence: MIT (see LICENSE).\n"
+     "Documentation: docs/console.md and docs/object-data-format.md in the source tree;\n"
+     "type HELP at the command prompt for the list of commands.\n"},
 };
 
 }  // namespace

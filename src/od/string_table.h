@@ -1,9 +1,10 @@
 // The module's user-visible strings, by id: what commands print and what dialogs show. Formats
 // are printf formats printed as they stand.
 //
-// Two ranges: 101-180 are the command-line messages; 1000 and up are the titles and control
-// labels of dialogs (and the texts of their buttons). An id means the same text in every
-// front end, so a translated table replaces texts, never ids.
+// Three ranges: 101-180 are the command-line messages of the commands; 900-999 the
+// command-line messages of the module shell itself (a failed or missing command); 1000 and up
+// the titles, labels and texts of dialogs. An id means the same text in every front end, so
+// a translated table replaces texts, never ids.
 #pragma once
 
 namespace veltor::od {
@@ -57,6 +58,11 @@ enum StringId : int {
   kStrSelectReference = 179,
   kStrDetachAllWarning = 180,
 
+  // --- messages of the module shell ---
+  kStrNotAvailable = 900,            // "Error: %s is not available in this build.\n"
+  kStrCommandFailed = 901,           // "Error: %s failed: %s\n" (command, reason)
+  kStrCommandFailedUnknown = 902,    // "Error: %s failed.\n"
+
   // --- dialog texts ---
   kStrDialogOk = 1000,               // "OK"
   kStrDialogCancel = 1001,           // "Cancel"
@@ -68,17 +74,19 @@ enum StringId : int {
   kStrConditionsLabel = 1007,        // "Conditions"
   kStrExtendedPatterns = 1008,       // "Extended (>, <, <>, *)"
   kStrAboutTitle = 1009,             // "About veltor"
+  kStrAboutText = 1010,              // the About box: version and build date ("%s", "%s")
 };
 
-// The first id of the dialog texts.
+// The first ids of the shell's messages and of the dialog texts.
+inline constexpr int kFirstShellStringId = 900;
 inline constexpr int kFirstDialogStringId = 1000;
 
 // The text of a string id (either range); "" for an id the table does not hold.
 const char* Str(int id);
-// Every message id (101-180), ascending.
+// Every message id of the commands (101-180), ascending.
 int StringCount();
 int StringIdAt(int index);
-// Every dialog text id (1000 and up), ascending.
+// Every id of the shell's messages and the dialog texts (900 and up), ascending.
 int DialogStringCount();
 int DialogStringIdAt(int index);
 

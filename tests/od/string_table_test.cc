@@ -20,7 +20,7 @@ TEST(StringTable, HoldsTheMessagesCommandsPrint) {
   }
 }
 
-TEST(StringTable, DialogTextsHaveTheirOwnRange) {
+TEST(StringTable, ShellMessagesAndDialogTextsHaveTheirOwnRanges) {
   EXPECT_STREQ(Str(kStrField), "Field");
   EXPECT_STREQ(Str(kStrValue), "Value");
   EXPECT_STREQ(Str(kStrValueQueryTitle), "Find entities with specific OD values");
@@ -28,7 +28,7 @@ TEST(StringTable, DialogTextsHaveTheirOwnRange) {
   ASSERT_GT(DialogStringCount(), 0);
   for (int i = 0; i < DialogStringCount(); ++i) {
     int id = DialogStringIdAt(i);
-    EXPECT_GE(id, kFirstDialogStringId);
+    EXPECT_GE(id, kFirstShellStringId);
     if (i > 0) {
       EXPECT_LT(DialogStringIdAt(i - 1), id);
     }

@@ -1,7 +1,6 @@
 #include "commands/select/find_with_tables.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "commands/select/query_memory.h"
 #include "od/catalogue.h"
@@ -14,22 +13,15 @@ namespace veltor::commands {
 
 namespace {
 
-// Walks the gathered entities on visible layers and keeps those `keep(c, total)` accepts, where
-// c counts the records of picked tables and total all records.
+// Walks the gathered entities (already only those on usable layers) and keeps those
+// `keep(c, total)` accepts, where c counts the records of picked tables and total all records.
 template <typename Keep>
 od::EntityList FilterByTables(od::Host& host, const std::vector<std::string>& tables, Keep keep) {
   od::EntityList kept;
   od::PromptOutcome gathered = od::GatherEntities(host);
   if (gathered.status == od::GatherStatus::kCancelled) return kept;
-  od::Database* db = host.WorkingDatabase();
   Result<od::Project*> project = host.ActiveProject();
-  if (!db) return kept;
-  std::unordered_set<od::ObjectId> hidden_layers;
-  for (const od::LayerInfo& layer : db->Layers())
-    if (layer.hidden || layer.frozen || layer.off) hidden_layers.insert(layer.id);
   for (od::EntityId entity : gathered.entities) {
-    od::ObjectId layer = db->LayerOf(entity);
-    if (layer == od::kNullId || hidden_layers.count(layer)) continue;
     std::vector<std::string> names;
     if (project.ok()) names = (*project)->Container().RecordTableNames(entity);
     size_t c = 0;
