@@ -31,6 +31,5 @@ for dir in src/commands src/ui; do
 done
 check src/od 'app/|commands/|ui/|console/' "the layers above it"
 
-
 [ $status -eq 0 ] && echo "layering: ok"
 exit $status
