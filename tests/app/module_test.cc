@@ -2,11 +2,14 @@
 // the command wrapper.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
 #include <set>
 
 #include "app/command_table.h"
 #include "app/veltor_app.h"
 #include "drawing/session/session.h"
+#include "ui/command_palette.h"
 
 namespace veltor::app {
 namespace {
@@ -59,6 +62,29 @@ TEST_F(ModuleTest, PaletteLabelsKeepTheirSpelling) {
     }
   }
   EXPECT_EQ(labelled, 35);  // all but VELTOR_PSEL, VELTOR_CTL and VELTOR_ATTR_TEMPLATE
+}
+
+TEST_F(ModuleTest, PaletteAndHelpShowWhatTheCommandTableSays) {
+  // Every runnable label of the palette is the label of its command's row, and every labelled
+  // row is on the palette once.
+  std::map<std::string, std::string> label_of;
+  for (const CommandEntry& c : CommandTable())
+    if (c.label) label_of[c.name] = c.label;
+  size_t shown = 0;
+  for (const ui::MenuLine& line : ui::NumberedMenu(ui::CommandMenu())) {
+    if (line.number == 0) continue;
+    std::optional<std::string> command = ui::FindCommand(ui::CommandMenu(), line.label);
+    ASSERT_TRUE(command) << line.label;
+    EXPECT_EQ(label_of[*command], line.label);
+    ++shown;
+  }
+  EXPECT_EQ(shown, label_of.size());
+  // HELP reads the summaries the module registered from the same rows.
+  Load();
+  std::vector<od::CommandInfo> registered = Group("VELTOR");
+  ASSERT_EQ(registered.size(), CommandTable().size());
+  for (size_t i = 0; i < registered.size(); ++i)
+    EXPECT_EQ(registered[i].summary, CommandTable()[i].summary) << registered[i].global_name;
 }
 
 TEST_F(ModuleTest, UnloadRemovesBothGroupsAndNeedsNoPalette) {
