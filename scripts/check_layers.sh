@@ -13,7 +13,8 @@ check() {
   local dir=$1 pattern=$2 what=$3
   [ -d "$root/$dir" ] || return 0
   local hits
-  hits=$(grep -rnE "#include *[<\"]($pattern)" "$root/$dir" --include='*.h' --include='*.cc' || true)
+  hits=$(grep -rnE "#include *[<\"]($pattern)" "$root/$dir" --include='*.h' --include='*.cc' \
+    || true)
   if [ -n "$hits" ]; then
     echo "layering: $dir must not include $what:"
     echo "$hits"

@@ -19,7 +19,9 @@ void VeltorCtl(od::CommandContext& context) {
   host.Ui().ShowPalette(*palette);
 }
 
-std::string AboutText() { return od::Format(od::Str(od::kStrAboutText), VELTOR_VERSION, __DATE__); }
+std::string AboutText() {
+  return od::Format(od::Str(od::kStrAboutText), VELTOR_VERSION, __DATE__);
+}
 
 void VeltorAbout(od::CommandContext& context) {
   od::Host& host = context.host();

@@ -96,7 +96,7 @@ const std::vector<CommandRow>& CommandRows() {
 
 const std::vector<const char*>& PaletteGroups() {
   static const std::vector<const char*> groups = {
-      "OD management", "Search OD",       "Attach/detach OD", "Copy OD",
+      "OD management",      "Search OD",       "Attach/detach OD", "Copy OD",
       "Set/edit OD values", "Modify entities", "Export/import",
   };
   return groups;
