@@ -5,6 +5,11 @@
 // drawing, calls the handler with a CommandContext and then closes the group - or, when the
 // handler marked the command cancelled or threw, takes back everything the command changed.
 // An exception never leaves RunCommand: it is reported as "Error: NAME failed: WHAT\n".
+//
+// Undo groups do not nest. Inside a group the host already opened (the embedded session opens
+// one for every typed command) the command's changes join that group, and taking back takes
+// back the whole group: for a transparent command run inside another command's prompt, that
+// is the interrupted command's changes too.
 #pragma once
 
 #include <functional>
