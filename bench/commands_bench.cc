@@ -17,7 +17,7 @@ void Presence(benchmark::State& state, int mode) {
   size_t found = 0;
   for (auto _ : state) {
     s.AnswerEnter();
-    found = veltor::commands::FindEntitiesByOD(s.session, mode).size();
+    found = veltor::commands::FindEntitiesByOd(s.session, mode).size();
   }
   state.counters["selected"] = static_cast<double>(found);
 }

@@ -1,18 +1,36 @@
 #!/usr/bin/env bash
-# Fails when the portable layers include what they must not: src/od, src/commands and src/ui
-# know nothing of the drawing engine, Qt or the host SDK.
+# Fails when a layer includes what the dependency rule (down only) forbids:
+# - src/od, src/commands and src/ui know nothing of the drawing engine, Qt or the host SDK;
+# - src/commands and src/ui never include the module shell (src/app);
+# - src/commands and src/ui never include a front end (src/console);
+# - src/od, the bottom of the module, includes none of the layers above it.
 set -u
 root="$(cd "$(dirname "$0")/.." && pwd)"
 status=0
-for dir in src/od src/commands src/ui; do
-  [ -d "$root/$dir" ] || continue
-  hits=$(grep -rnE '#include *[<"](drawing/|Q[A-Za-z]+|qt|aced|acdb|acrx|acap|adesk|arx|rxregsvc|dbmain|AcMap)' \
-    "$root/$dir" --include='*.h' --include='*.cc' || true)
+
+# check DIR PATTERN WHAT: every include of DIR's sources matching PATTERN is a violation.
+check() {
+  local dir=$1 pattern=$2 what=$3
+  [ -d "$root/$dir" ] || return 0
+  local hits
+  hits=$(grep -rnE "#include *[<\"]($pattern)" "$root/$dir" --include='*.h' --include='*.cc' \
+    || true)
   if [ -n "$hits" ]; then
-    echo "layering: $dir must not include engine, Qt or SDK headers:"
+    echo "layering: $dir must not include $what:"
     echo "$hits"
     status=1
   fi
+}
+
+engine='drawing/|Q[A-Za-z]+|qt|aced|acdb|acrx|acap|adesk|arx|rxregsvc|dbmain|AcMap'
+for dir in src/od src/commands src/ui; do
+  check "$dir" "$engine" "engine, Qt or SDK headers"
 done
+for dir in src/commands src/ui; do
+  check "$dir" 'app/' "the module shell (app/)"
+  check "$dir" 'console/' "front-end headers (console/)"
+done
+check src/od 'app/|commands/|ui/|console/' "the layers above it"
+
 [ $status -eq 0 ] && echo "layering: ok"
 exit $status

@@ -1,14 +1,16 @@
-// The module's commands: the 38 commands of the group "VELTOR" in registration order, and the
-// three inert commands of the group "MyGroup".
+// The module's commands with their handlers: the 38 commands of the group "VELTOR" (the rows
+// of ui::CommandRows, in registration order) and the three inert commands of "MyGroup".
 #pragma once
 
 #include <vector>
 
+#include "od/command_context.h"
 #include "od/host.h"
 
 namespace veltor::app {
 
-using CommandFn = void (*)(od::Host&);
+// A handler runs inside the module's command context (see od::RunCommand).
+using CommandFn = void (*)(od::CommandContext&);
 
 struct CommandEntry {
   const char* name;     // global and local name
@@ -20,8 +22,8 @@ struct CommandEntry {
 
 inline constexpr char kCommandGroup[] = "VELTOR";
 inline constexpr char kAutoCommandGroup[] = "MyGroup";
-inline constexpr int kDefaultFlags = od::kCmdTransparent | od::kCmdUsePickSet | od::kCmdRedraw;
 
+// Built from ui::CommandRows once; a row without a handler is not built yet.
 const std::vector<CommandEntry>& CommandTable();
 
 struct AutoCommand {
@@ -34,5 +36,9 @@ const std::vector<AutoCommand>& AutoCommands();
 
 // Prints that a command has no implementation in this build yet.
 void NotAvailable(od::Host& host, const char* command);
+
+// The handler of a table row as the host runs it: through od::RunCommand, so no exception
+// leaves the module and a failed or cancelled command is taken back.
+od::CommandHandler WrapHandler(od::Host& host, const char* name, CommandFn fn);
 
 }  // namespace veltor::app

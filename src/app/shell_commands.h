@@ -3,12 +3,13 @@
 
 #include <string>
 
+#include "od/command_context.h"
 #include "od/host.h"
 
 namespace veltor::app {
 
-void VeltorCtl(od::Host& host);
-void VeltorAbout(od::Host& host);
+void VeltorCtl(od::CommandContext& context);
+void VeltorAbout(od::CommandContext& context);
 // What the About box says: name, version, build date, licence, where the documentation is.
 std::string AboutText();
 

@@ -46,30 +46,18 @@ int CVeltorApp::On_kInitAppMsg(void* packet) {
   if (unlock_application_) application.UnlockApplication();
   if (mdi_aware_) application.RegisterMdiAware();
   application.BuildClassHierarchy();
-  for (const AutoCommand& c : AutoCommands()) {
-    od::Host* host = host_;
-    CommandFn fn = c.handler;
+  for (const AutoCommand& c : AutoCommands())
     (void)application.AddCommand({kAutoCommandGroup, c.global_name, c.local_name, c.flags, ""},
-                                 [host, fn] { fn(*host); });
-  }
+                                 WrapHandler(*host_, c.global_name, c.handler));
   RegisterCommands();
   return od::kRetOk;
 }
 
 void CVeltorApp::RegisterCommands() {
-  od::Host* host = host_;
   for (const CommandEntry& c : CommandTable()) {
-    od::CommandHandler handler;
-    if (c.handler) {
-      CommandFn fn = c.handler;
-      handler = [host, fn] { fn(*host); };
-    } else {
-      const char* name = c.name;
-      handler = [host, name] { NotAvailable(*host, name); };
-    }
     // A failed registration is not reported: the remaining commands still register.
     (void)host_->App().AddCommand({kCommandGroup, c.name, c.name, c.flags, c.summary},
-                                  std::move(handler));
+                                  WrapHandler(*host_, c.name, c.handler));
   }
 }
 

@@ -14,12 +14,7 @@ namespace veltor::console {
 
 namespace {
 
-std::string Trim(const std::string& text) {
-  size_t b = text.find_first_not_of(" \t\r\n");
-  if (b == std::string::npos) return "";
-  size_t e = text.find_last_not_of(" \t\r\n");
-  return text.substr(b, e - b + 1);
-}
+std::string Trim(const std::string& text) { return std::string(od::TrimBlanks(text)); }
 
 std::string Title(const std::string& title) {
   if (title.empty()) return "";

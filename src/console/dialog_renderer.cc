@@ -15,11 +15,7 @@ using od::ControlKind;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-std::string Trim(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return std::string(text);
-}
+std::string Trim(std::string_view text) { return std::string(od::TrimBlanks(text)); }
 
 // Columns a text takes on a terminal, counted as code points.
 size_t Width(std::string_view utf8) {
@@ -495,13 +491,6 @@ class DialogRun {
 
 od::DialogResult DialogRenderer::Show(od::DialogModel& dialog) {
   return DialogRun(editor_, dialog).Run();
-}
-
-bool MatchesKeyword(std::string_view answer, std::string_view keyword) {
-  if (answer.empty()) return false;
-  std::string typed = od::ToLowerUnicode(answer);
-  std::string word = od::ToLowerUnicode(keyword);
-  return word.compare(0, typed.size(), typed) == 0 && typed.size() <= word.size();
 }
 
 std::string DescribeControl(const Control& control) {

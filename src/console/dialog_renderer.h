@@ -1,5 +1,6 @@
 // Any dialog model shown on the command line as a titled block of prompts, answered by a
-// person or a script line by line. The text form is described in docs/console-dialogs.md.
+// person or a script line by line. The text form is described in docs/console.md
+// ("Dialogs").
 #pragma once
 
 #include <string>
@@ -7,6 +8,7 @@
 
 #include "od/dialog_model.h"
 #include "od/editor.h"
+#include "od/text.h"
 
 namespace veltor::console {
 
@@ -28,8 +30,7 @@ class DialogRenderer {
 // grids); empty for buttons and invisible controls. Exposed for the palette front ends.
 std::string DescribeControl(const od::Control& control);
 
-// True when `answer` selects `keyword`: the lower-cased answer is not empty and equals the
-// beginning of the lower-cased keyword ("y" and "YES" both select "Yes").
-bool MatchesKeyword(std::string_view answer, std::string_view keyword);
+// Keyword answers ("y" selects "Yes") follow the module's one rule.
+using od::MatchesKeyword;
 
 }  // namespace veltor::console

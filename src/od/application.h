@@ -101,6 +101,17 @@ class Application {
   virtual std::vector<std::string> DocumentNames() const = 0;
   virtual std::string ActiveDocumentName() const = 0;
 
+  // --- undo of the active drawing ---
+  // Opens an undo group named `label` on the active drawing. Groups do not nest: when a group
+  // is already open (the host's own group for the running command) nothing is opened, false
+  // is returned and the caller's changes belong to that group. False without a drawing.
+  virtual bool BeginUndoGroup(const std::string& label) = 0;
+  // Closes the group this caller's BeginUndoGroup opened (only call it after a true).
+  virtual void EndUndoGroup() = 0;
+  // Takes back every change since the open group began, whoever opened it, and closes it:
+  // the drawing is as it was at that begin. Nothing happens when no group is open.
+  virtual void TakeBackUndoGroup() = 0;
+
   // --- reactors (not owned; remove before destroying) ---
   virtual void AddReactor(Reactor* reactor) = 0;
   virtual void RemoveReactor(Reactor* reactor) = 0;

@@ -19,11 +19,6 @@ const GridRows kNoRows;
 
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 
-std::string_view TrimBlanks(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 // A whole 32-bit integer: optional sign and decimal digits, nothing else.
 bool ReadInteger(std::string_view text, double* out) {

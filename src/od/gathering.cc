@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "od/format.h"
+#include "od/string_table.h"
 #include "od/text.h"
 
 namespace veltor::od {
@@ -69,13 +70,7 @@ PromptOutcome GatherEntities(Host& host) {
 void SetPickfirst(Host& host, const EntityList& entities) { host.Ed().SetPickfirst(entities); }
 
 void ReportSelected(Host& host, size_t count) {
-  host.Ed().Print(Format("Selected: %i\n", static_cast<int>(count)));
-}
-
-bool MatchesKeyword(const std::string& answer, const std::string& keyword) {
-  if (answer.empty()) return false;
-  std::string lower = ToLowerUnicode(answer);
-  return lower.size() <= keyword.size() && keyword.compare(0, lower.size(), lower) == 0;
+  host.Ed().Print(Format(Str(kStrSelected), static_cast<int>(count)));
 }
 
 int GetLinearPrecision(Host& host) {

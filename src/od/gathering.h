@@ -38,10 +38,6 @@ void SetPickfirst(Host& host, const EntityList& entities);
 // Prints "Selected: %i\n".
 void ReportSelected(Host& host, size_t count);
 
-// True when `answer`, lower-cased, is not longer than `keyword` and equals its beginning.
-// `keyword` is given in lower case. An empty answer matches no keyword: callers substitute
-// their default first.
-bool MatchesKeyword(const std::string& answer, const std::string& keyword);
 
 // The drawing's linear precision (the "LUPREC" system variable); 4 when it cannot be read.
 int GetLinearPrecision(Host& host);

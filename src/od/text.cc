@@ -393,4 +393,18 @@ bool ScanDouble(std::string_view text, std::size_t* pos, double* out) {
   return true;
 }
 
+std::string_view TrimBlanks(std::string_view text, std::string_view blanks) {
+  size_t begin = text.find_first_not_of(blanks);
+  if (begin == std::string_view::npos) return {};
+  size_t end = text.find_last_not_of(blanks);
+  return text.substr(begin, end - begin + 1);
+}
+
+bool MatchesKeyword(std::string_view answer, std::string_view keyword) {
+  if (answer.empty()) return false;
+  std::string typed = ToLowerUnicode(answer);
+  std::string word = ToLowerUnicode(keyword);
+  return typed.size() <= word.size() && word.compare(0, typed.size(), typed) == 0;
+}
+
 }  // namespace veltor::od

@@ -50,6 +50,21 @@ std::string ToLowerUnicode(std::string_view utf8);
 // True when both strings are equal after ToLowerUnicode.
 bool EqualsIgnoreCase(std::string_view a, std::string_view b);
 
+// --- Trimming --------------------------------------------------------------------------------
+
+// The blanks answers and labels are trimmed of: space, tab, carriage return, line feed.
+inline constexpr char kBlanks[] = " \t\r\n";
+
+// `text` without any of the characters of `blanks` at either end; a view into `text`.
+std::string_view TrimBlanks(std::string_view text, std::string_view blanks = kBlanks);
+
+// --- Keywords -----------------------------------------------------------------------------------
+
+// True when `answer` selects `keyword`: the answer is not empty and, lower-cased, equals the
+// beginning of the lower-cased keyword ("y" and "YES" both select "Yes"). Callers substitute
+// their default for an empty answer first.
+bool MatchesKeyword(std::string_view answer, std::string_view keyword);
+
 // --- Leading numbers, as the C runtime reads them ------------------------------------------------
 // White space means the C locale's: space, \t, \n, \v, \f, \r. The decimal separator is always
 // "."; nothing here depends on the process locale.

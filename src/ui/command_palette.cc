@@ -1,64 +1,41 @@
 #include "ui/command_palette.h"
 
+#include <algorithm>
+#include <cstring>
 #include <functional>
+
+#include "ui/command_catalogue.h"
 
 namespace veltor::ui {
 
 namespace {
 
-MenuGroup Group(std::string label, std::vector<MenuEntry> entries) {
-  MenuGroup group;
-  group.label = std::move(label);
-  group.entries = std::move(entries);
-  return group;
-}
-
-MenuGroup Leaf(std::string label, std::string command) {
-  MenuGroup leaf;
-  leaf.label = std::move(label);
-  leaf.command = std::move(command);
-  return leaf;
-}
-
+// The palette's tree from the command catalogue: the groups in their display order, each with
+// its commands' labels by position, then the top-level leaves by position.
 MenuTree BuildMenu() {
-  return {
-      Group("OD management", {{"VELTOR_LOAD_DEFINITION", "Copy definitions from file"},
-                              {"VELTOR_STAT", "Usage stats"},
-                              {"VELTOR_TRANSLATE", "Translate"},
-                              {"VELTOR_RMUNUSED", "Remove unused"}}),
-      Group("Search OD", {{"VELTOR_HAS_NO_OD", "Find entities with no OD"},
-                          {"VELTOR_HAS_OD", "Find entities with OD"},
-                          {"VELTOR_HAS_DUPLICATE_OD", "Find entities with duplicate OD"},
-                          {"VELTOR_HAS_MULTIPLE_OD", "Find entities with multiple OD"},
-                          {"VELTOR_HAS_NO_SPECIFIC_OD", "Find entities with no specific OD"},
-                          {"VELTOR_HAS_SPECIFIC_OD", "Find entities with specific OD"},
-                          {"VELTOR_HAS_SPECIFIC_VALUES", "Find entities with specific OD values"}}),
-      Group("Attach/detach OD", {{"VELTOR_ADEATTACHDATA", "Attach/detach"},
-                                 {"VELTOR_RM_ALL", "Detach all"},
-                                 {"VELTOR_RM", "Detach specified"},
-                                 {"VELTOR_REMOVE_DUPLICATE_OD", "Detach duplicate"}}),
-      Group("Copy OD", {{"VELTOR_COPY_OD", "Copy OD from reference"},
-                        {"VELTOR_COPY_OD_VALUE", "Copy OD/values from reference"},
-                        {"VELTOR_COPY_ALL", "Copy properties/OD from reference"},
-                        {"VELTOR_COPY_ALL_VALUE", "Copy properties/OD/values from reference"},
-                        {"VELTOR_COPY_VALUE", "Copy values from reference"}}),
-      Group("Set/edit OD values", {{"VELTOR_SETXYZ", "Set from XYZ"},
-                                   {"VELTOR_SETPROP", "Set from geometric properties"},
-                                   {"VELTOR_SETTEXT", "Set from text"},
-                                   {"VELTOR_LOAD_ATTRS", "Set from attributes"},
-                                   {"VELTOR_STORE_ATTRS", "Upload to attributes"},
-                                   {"VELTOR_SETID", "Create IDs"},
-                                   {"VELTOR_REPLACE", "Replace"},
-                                   {"VELTOR_ADDVAL", "Add from field in field"},
-                                   {"VELTOR_ADDVAL_OD2OD", "Add values from OD to OD"}}),
-      // "Covert" is the label users know; it is shown as it stands.
-      Group("Modify entities", {{"VELTOR_2POLY", "Covert to 2D polylines"},
-                                {"VELTOR_23DPOLY", "Convert to 3D polylines"},
-                                {"VELTOR_BREAK", "Break"}}),
-      Group("Export/import", {{"VELTOR_EXPL", "Explication"}}),
-      Leaf("OD table", "VELTOR_TABLE"),
-      Leaf("About", "VELTOR_ABOUT"),
-  };
+  MenuTree tree;
+  auto by_position = [](const CommandRow* a, const CommandRow* b) { return a->position < b->position; };
+  for (const char* group_label : PaletteGroups()) {
+    std::vector<const CommandRow*> rows;
+    for (const CommandRow& row : CommandRows())
+      if (row.label && row.group && std::strcmp(row.group, group_label) == 0) rows.push_back(&row);
+    std::stable_sort(rows.begin(), rows.end(), by_position);
+    MenuGroup group;
+    group.label = group_label;
+    for (const CommandRow* row : rows) group.entries.push_back({row->name, row->label});
+    tree.push_back(std::move(group));
+  }
+  std::vector<const CommandRow*> leaves;
+  for (const CommandRow& row : CommandRows())
+    if (row.label && row.group && row.group[0] == '\0') leaves.push_back(&row);
+  std::stable_sort(leaves.begin(), leaves.end(), by_position);
+  for (const CommandRow* row : leaves) {
+    MenuGroup leaf;
+    leaf.label = row->label;
+    leaf.command = row->name;
+    tree.push_back(std::move(leaf));
+  }
+  return tree;
 }
 
 const MenuGroup* FindGroupWithItems(const MenuTree& tree, const std::string& label) {

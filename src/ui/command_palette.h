@@ -27,7 +27,7 @@ struct MenuGroup {
 
 using MenuTree = std::vector<MenuGroup>;
 
-// The shipped tree, in display order.
+// The shipped tree, built from the command catalogue (ui/command_catalogue.h), in display order.
 const MenuTree& CommandMenu();
 
 // The command of `label`: groups are walked depth first in order; within a group the label is

@@ -3,21 +3,22 @@
 #include <algorithm>
 
 #include "od/catalogue.h"
+#include "od/string_table.h"
 
 namespace veltor::ui {
 
 ObjectDataList::ObjectDataList(std::string caption, std::vector<std::string> tables,
                                Memory& memory, const od::ObjectDataContainer* container)
-    : DialogModel("Object Data", od::DialogSize{176, 229}),
+    : DialogModel(od::Str(od::kStrObjectDataTitle), od::DialogSize{176, 229}),
       tables_(std::move(tables)),
       memory_(memory),
       container_(container) {
   if (!caption.empty()) SetTitle(std::move(caption));
-  AddListBox(kTableList, "Tables", od::ListMode::kMultiple);
-  AddButton(kSelectAllNothing, "Select all/nothing");
-  AddCheckBox(kSimultaneous, "Simultaneous");
-  AddButton(od::kIdOk, "OK");
-  AddButton(od::kIdCancel, "Cancel");
+  AddListBox(kTableList, od::Str(od::kStrTablesLabel), od::ListMode::kMultiple);
+  AddButton(kSelectAllNothing, od::Str(od::kStrSelectAllNothing));
+  AddCheckBox(kSimultaneous, od::Str(od::kStrSimultaneous));
+  AddButton(od::kIdOk, od::Str(od::kStrDialogOk));
+  AddButton(od::kIdCancel, od::Str(od::kStrDialogCancel));
 }
 
 void ObjectDataList::OnInit() {

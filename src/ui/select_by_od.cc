@@ -1,36 +1,27 @@
 #include "ui/select_by_od.h"
 
 #include "od/catalogue.h"
+#include "od/string_table.h"
+#include "od/text.h"
 
 namespace veltor::ui {
 
-namespace {
-
-// Tabs and line feeds typed into a cell do not belong to the pattern; spaces do.
-std::string TrimTabsAndLineFeeds(const std::string& text) {
-  size_t begin = text.find_first_not_of("\t\n");
-  if (begin == std::string::npos) return "";
-  size_t end = text.find_last_not_of("\t\n");
-  return text.substr(begin, end - begin + 1);
-}
-
-}  // namespace
-
-SelectByOD::SelectByOD(std::vector<std::string> tables, bool show_extended, Memory& memory,
+SelectByOd::SelectByOd(std::vector<std::string> tables, bool show_extended, Memory& memory,
                        const od::ObjectDataContainer& container)
-    : DialogModel("Find entities with specific OD values", memory.size),
+    : DialogModel(od::Str(od::kStrValueQueryTitle), memory.size),
       tables_(std::move(tables)),
       show_extended_(show_extended),
       memory_(memory),
       container_(container) {
-  AddListBox(kTableList, "Tables", od::ListMode::kMultiple);
-  AddGrid(kConditionGrid, "Conditions", {"Field", "Value"}, {false, true});
-  AddCheckBox(kExtended, "Extended (>, <, <>, *)").visible = false;
-  AddButton(od::kIdOk, "OK");
-  AddButton(od::kIdCancel, "Cancel");
+  AddListBox(kTableList, od::Str(od::kStrTablesLabel), od::ListMode::kMultiple);
+  AddGrid(kConditionGrid, od::Str(od::kStrConditionsLabel),
+          {od::Str(od::kStrField), od::Str(od::kStrValue)}, {false, true});
+  AddCheckBox(kExtended, od::Str(od::kStrExtendedPatterns)).visible = false;
+  AddButton(od::kIdOk, od::Str(od::kStrDialogOk));
+  AddButton(od::kIdCancel, od::Str(od::kStrDialogCancel));
 }
 
-void SelectByOD::OnInit() {
+void SelectByOd::OnInit() {
   std::vector<std::string> items;
   for (const std::string& name : tables_)
     if (!od::IsSystemTableName(name)) items.push_back(name);
@@ -41,7 +32,7 @@ void SelectByOD::OnInit() {
   SetSize(memory_.size);
 }
 
-void SelectByOD::OnChanged(int control_id) {
+void SelectByOd::OnChanged(int control_id) {
   if (control_id != kTableList) return;
   std::vector<std::vector<std::string>> rows;
   for (const std::string& column : od::GetSharedColumns(container_, SelectedItems(kTableList)))
@@ -49,16 +40,17 @@ void SelectByOD::OnChanged(int control_id) {
   SetRows(kConditionGrid, std::move(rows));
 }
 
-Status SelectByOD::OnOk() {
+Status SelectByOd::OnOk() {
   selected_tables_ = SelectedItems(kTableList);
   conditions_.clear();
   for (const auto& row : Rows(kConditionGrid))
-    conditions_.push_back({row[0], TrimTabsAndLineFeeds(row[1])});
+    // Tabs and line feeds typed into a cell do not belong to the pattern; spaces do.
+    conditions_.push_back({row[0], std::string(od::TrimBlanks(row[1], "\t\n"))});
   memory_.extended = Checked(kExtended);
   return Status::Ok();
 }
 
-void SelectByOD::Resized(od::DialogSize size) {
+void SelectByOd::Resized(od::DialogSize size) {
   memory_.size = size;
   SetSize(size);
 }

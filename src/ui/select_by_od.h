@@ -16,7 +16,7 @@ struct Condition {
   std::string pattern;
 };
 
-class SelectByOD : public od::DialogModel {
+class SelectByOd : public od::DialogModel {
  public:
   enum : int { kConditionGrid = 101, kTableList = 106, kExtended = 134 };
 
@@ -26,7 +26,7 @@ class SelectByOD : public od::DialogModel {
     od::DialogSize size{800, 300};  // pixels; follows the user's resizing
   };
 
-  SelectByOD(std::vector<std::string> tables, bool show_extended, Memory& memory,
+  SelectByOd(std::vector<std::string> tables, bool show_extended, Memory& memory,
              const od::ObjectDataContainer& container);
 
   void OnInit() override;

@@ -1,11 +1,13 @@
 #include "ui/text_box_dialog.h"
 
+#include "od/string_table.h"
+
 namespace veltor::ui {
 
 TextBoxDialog::TextBoxDialog(std::string title, int width, int height)
     : DialogModel(std::move(title), {width, height}) {
   AddTextBox(kTextId, "");
-  AddButton(od::kIdOk, "OK");
+  AddButton(od::kIdOk, od::Str(od::kStrDialogOk));
 }
 
 void TextBoxDialog::SetText(const std::string& text) {

@@ -1,13 +1,15 @@
 // The module shell: entry point messages, registration order and flags, the LISP function,
-// the string table.
+// the command wrapper.
 #include <gtest/gtest.h>
 
+#include <map>
+#include <optional>
 #include <set>
 
 #include "app/command_table.h"
-#include "app/string_table.h"
 #include "app/veltor_app.h"
 #include "drawing/session/session.h"
+#include "ui/command_palette.h"
 
 namespace veltor::app {
 namespace {
@@ -62,6 +64,29 @@ TEST_F(ModuleTest, PaletteLabelsKeepTheirSpelling) {
   EXPECT_EQ(labelled, 35);  // all but VELTOR_PSEL, VELTOR_CTL and VELTOR_ATTR_TEMPLATE
 }
 
+TEST_F(ModuleTest, PaletteAndHelpShowWhatTheCommandTableSays) {
+  // Every runnable label of the palette is the label of its command's row, and every labelled
+  // row is on the palette once.
+  std::map<std::string, std::string> label_of;
+  for (const CommandEntry& c : CommandTable())
+    if (c.label) label_of[c.name] = c.label;
+  size_t shown = 0;
+  for (const ui::MenuLine& line : ui::NumberedMenu(ui::CommandMenu())) {
+    if (line.number == 0) continue;
+    std::optional<std::string> command = ui::FindCommand(ui::CommandMenu(), line.label);
+    ASSERT_TRUE(command) << line.label;
+    EXPECT_EQ(label_of[*command], line.label);
+    ++shown;
+  }
+  EXPECT_EQ(shown, label_of.size());
+  // HELP reads the summaries the module registered from the same rows.
+  Load();
+  std::vector<od::CommandInfo> registered = Group("VELTOR");
+  ASSERT_EQ(registered.size(), CommandTable().size());
+  for (size_t i = 0; i < registered.size(); ++i)
+    EXPECT_EQ(registered[i].summary, CommandTable()[i].summary) << registered[i].global_name;
+}
+
 TEST_F(ModuleTest, UnloadRemovesBothGroupsAndNeedsNoPalette) {
   Load();
   session_.UnloadModules();
@@ -90,18 +115,6 @@ TEST_F(ModuleTest, UnbuiltCommandsSaySo) {
   Load();
   ASSERT_TRUE(session_.Execute("VELTOR_BREAK"));
   EXPECT_EQ(out_, "Error: VELTOR_BREAK is not available in this build.\n");
-}
-
-TEST(StringTable, HoldsTheMessagesCommandsPrint) {
-  EXPECT_STREQ(Str(kStrSelected), "Selected: %i\n");
-  EXPECT_STREQ(Str(kStrCompletedOutOf), "Completed: %i out of %i\n");
-  EXPECT_STREQ(Str(kStrDetachAllWarning), "This will detach ALL tables from selected objects. Continue?\n");
-  EXPECT_STREQ(Str(999), "");
-  for (int i = 1; i < StringCount(); ++i) {
-    EXPECT_LT(StringIdAt(i - 1), StringIdAt(i));
-    EXPECT_GE(StringIdAt(i), 100);
-    EXPECT_LE(StringIdAt(i), 180);
-  }
 }
 
 }  // namespace

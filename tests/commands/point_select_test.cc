@@ -65,11 +65,11 @@ TEST_F(PointSelectTest, CommandMakesThePickfirstAndPrintsNothing) {
   od::EntityId square = Poly({{0, 0}, {10, 0}, {10, 10}, {0, 10}}, true);
   session_.LoadModule([](int, void*) { return 0; });
   Answer({"5,5"});
-  PointSelect(session_);
+  EXPECT_TRUE(od::RunCommand(session_, "VELTOR_PSEL", PointSelect));
   EXPECT_EQ(sdoc().pickfirst, od::EntityList{square});
   EXPECT_EQ(out(), "Specify point: 5,5\n");
   Answer({});
-  PointSelect(session_);  // cancelled: nothing changes
+  EXPECT_FALSE(od::RunCommand(session_, "VELTOR_PSEL", PointSelect));  // cancelled: nothing changes
   EXPECT_EQ(sdoc().pickfirst, od::EntityList{square});
 }
 

@@ -1,5 +1,6 @@
-// The selection commands run in the embedded session with the module loaded, answered by
-// script lines. Expected results are worked out from the rules, not taken from a run.
+// The selection commands run in the embedded session with the module loaded: prompts answered
+// by lines, dialogs by scripted steps on their controls. Expected results are worked out from
+// the rules, not taken from a run.
 #include <gtest/gtest.h>
 
 #include "../session/session_fixture.h"
@@ -8,18 +9,21 @@
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
 #include "commands/select/value_query.h"
-#include "console/console_ui.h"
+#include "../support/scripted_ui.h"
+#include "ui/object_data_list.h"
+#include "ui/select_by_od.h"
 
 namespace veltor::commands {
 namespace {
 
 class SelectCommandsTest : public testing::SessionFixture {
  protected:
-  SelectCommandsTest() : ui_(session_.Ed()) {
+  SelectCommandsTest() {
     session_.SetUi(&ui_);
     session_.LoadModule(app::AcrxEntryPoint);
   }
   ~SelectCommandsTest() override { session_.UnloadModules(); }
+  void TearDown() override { EXPECT_EQ(ui_.pending(), 0u) << "dialog scripts left unused"; }
 
   void SetUp() override {
     for (const char* t : {"A", "B", "Roads", "ROADS", "TPMNODE_X"}) Table(t, {"ID", "NAME"});
@@ -48,7 +52,16 @@ class SelectCommandsTest : public testing::SessionFixture {
     return sdoc().pickfirst;
   }
 
-  console::ConsoleUi ui_;
+  // The table-list dialog's script: pick `tables` (by text), set "Simultaneous" when given,
+  // press OK.
+  void PickTables(std::vector<std::string> tables, std::optional<bool> simultaneous = {}) {
+    testing::DialogScript& script = ui_.NextDialog().SelectItems(List::kTableList, tables);
+    if (simultaneous) script.Check(List::kSimultaneous, *simultaneous);
+    script.Press(od::kIdOk);
+  }
+  using List = ui::ObjectDataList;
+
+  testing::ScriptedUi ui_;
   od::EntityId e1_ = 0, e2_ = 0, e3_ = 0, e4_ = 0, e5_ = 0, locked_ = 0, frozen_ = 0;
 };
 
@@ -75,44 +88,74 @@ TEST_F(SelectCommandsTest, CancelledPromptSelectsNothing) {
   sdoc().pickfirst.clear();
   EXPECT_TRUE(Run("VELTOR_HAS_OD", {}).empty());
   EXPECT_EQ(out(), "Select objects: *Cancel*\nSelected: 0\n");
-  EXPECT_TRUE(FindEntitiesByOD(session_, 1).empty());  // mode 1 keeps nothing
+  EXPECT_TRUE(FindEntitiesByOd(session_, 1).empty());  // mode 1 keeps nothing
 }
 
 TEST_F(SelectCommandsTest, SpecificTablesAnyOrAll) {
-  // Offered: A, B, ROADS, Roads (ordinal; the system table left out). A is pre-selected.
-  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {"B", "", "", ""}), (od::EntityList{e1_}));
+  PickTables({"B"});
+  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {""}), (od::EntityList{e1_}));
   EXPECT_NE(out().find("Selected: 1\n"), std::string::npos);
-  EXPECT_EQ(out().find("TPMNODE_X"), std::string::npos);
+  // Offered in ordinal order with the system table left out; the first is pre-selected.
+  ASSERT_EQ(ui_.opened().size(), 1u);
+  od::Control list = ui_.opened()[0].Find(List::kTableList);
+  EXPECT_EQ(list.items, (std::vector<std::string>{"A", "B", "ROADS", "Roads"}));
+  EXPECT_EQ(list.selection, std::vector<int>{0});
+  EXPECT_EQ(ui_.opened()[0].title, "Select objects with specific OD.");
   sdoc().pickfirst.clear();
   // Simultaneous {A, B}: two records of A count as two.
-  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {"1-2", "yes", "", ""}), (od::EntityList{e1_, e2_}));
+  PickTables({"A", "B"}, true);
+  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {""}), (od::EntityList{e1_, e2_}));
   sdoc().pickfirst.clear();
   // The flag is remembered: still on, {A, B}: fewer than two records of them.
-  EXPECT_EQ(Run("VELTOR_HAS_NO_SPECIFIC_OD", {"1-2", "", "", ""}), (od::EntityList{e3_, e4_, e5_}));
+  PickTables({"A", "B"});
+  EXPECT_EQ(Run("VELTOR_HAS_NO_SPECIFIC_OD", {""}), (od::EntityList{e3_, e4_, e5_}));
+  EXPECT_TRUE(ui_.opened().back().Find(List::kSimultaneous).checked);
+  EXPECT_EQ(ui_.opened().back().title, "Select objects without specific OD.");
 }
 
 TEST_F(SelectCommandsTest, NothingPickedIsAsymmetric) {
   sdoc().pickfirst = {e1_};
   // Without specific tables: "Selected: 0" at once, selection left as it was.
-  EXPECT_EQ(Run("VELTOR_HAS_NO_SPECIFIC_OD", {"-", "", ""}), (od::EntityList{e1_}));
+  PickTables({});
+  EXPECT_EQ(Run("VELTOR_HAS_NO_SPECIFIC_OD", {}), (od::EntityList{e1_}));
   EXPECT_NE(out().find("Selected: 0\n"), std::string::npos);
   // With specific tables and Simultaneous off, nothing is kept.
   sdoc().pickfirst.clear();
-  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_OD", {"-", "no", "", ""}).empty());
+  PickTables({}, false);
+  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_OD", {""}).empty());
   // ... and with it on, every gathered entity is.
-  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {"-", "yes", "", ""}).size(), 5u);
+  PickTables({}, true);
+  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {""}).size(), 5u);
 }
 
 TEST_F(SelectCommandsTest, ImpliedEntitiesWithoutRecordsEndBeforeTheDialog) {
   sdoc().pickfirst = {e5_};
   EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {}), (od::EntityList{e5_}));
   EXPECT_EQ(out(), "Selected: 0\n");
+  EXPECT_TRUE(ui_.opened().empty());
 }
 
 TEST_F(SelectCommandsTest, DialogCancelChangesNothing) {
   sdoc().pickfirst.clear();
-  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_OD", {"Cancel"}).empty());
+  ui_.NextDialog().SelectItems(List::kTableList, {"B"}).Check(List::kSimultaneous, true).Press(od::kIdCancel);
+  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_OD", {}).empty());
   EXPECT_EQ(out().find("Selected"), std::string::npos);
+  // Cancel stores nothing: the next dialog opens with the flag as it was.
+  PickTables({"A"});
+  (void)Run("VELTOR_HAS_SPECIFIC_OD", {""});
+  EXPECT_FALSE(ui_.opened().back().Find(List::kSimultaneous).checked);
+}
+
+TEST_F(SelectCommandsTest, SelectAllNothingTogglesTheList) {
+  sdoc().pickfirst.clear();
+  // A is pre-selected, so the first press clears the list and the second selects all four.
+  ui_.NextDialog()
+      .Press(List::kSelectAllNothing)
+      .Inspect([](const od::DialogModel& d) { EXPECT_TRUE(d.SelectedIndices(List::kTableList).empty()); })
+      .Press(List::kSelectAllNothing)
+      .Inspect([](const od::DialogModel& d) { EXPECT_EQ(d.SelectedIndices(List::kTableList).size(), 4u); })
+      .Press(od::kIdOk);
+  EXPECT_EQ(Run("VELTOR_HAS_SPECIFIC_OD", {""}), (od::EntityList{e1_, e2_, e4_}));
 }
 
 class ValueQueryTest : public SelectCommandsTest {
@@ -185,15 +228,45 @@ TEST_F(ValueQueryTest, FailingEntitiesAreSwappedWithTheLast) {
 }
 
 TEST_F(ValueQueryTest, CommandThroughTheDialog) {
+  using Query = ui::SelectByOd;
   sdoc().pickfirst.clear();
-  // Tables T, U offered; pick T, set row 2 (NAME) to "*road*", keep Extended on, OK, Enter.
-  od::EntityList got = Run("VELTOR_HAS_SPECIFIC_VALUES", {"T", "2", "*road*", "", "", "", ""});
+  // Tables T, U offered; pick T, set NAME to "*road*", keep Extended on, OK, Enter at the prompt.
+  ui_.NextDialog()
+      .SelectItems(Query::kTableList, {"T"})
+      .Inspect([](const od::DialogModel& d) {
+        EXPECT_EQ(d.Rows(Query::kConditionGrid),
+                  (od::GridRows{{"ID", "*"}, {"NAME", "*"}, {"W", "*"}, {"P", "*"}}));
+      })
+      .SetCell(Query::kConditionGrid, "NAME", 1, "*road*")
+      .Press(od::kIdOk);
+  od::EntityList got = Run("VELTOR_HAS_SPECIFIC_VALUES", {""});
   EXPECT_EQ(got, (od::EntityList{v1_}));
   EXPECT_NE(out().find("Selected: 1\n"), std::string::npos);
-  // OK without a table ends silently.
+  EXPECT_EQ(ui_.opened().back().Find(Query::kTableList).items, (std::vector<std::string>{"T", "U"}));
+  EXPECT_TRUE(ui_.opened().back().Find(Query::kExtended).checked);
+  // OK without a table ends silently, without asking for objects.
   sdoc().pickfirst.clear();
-  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_VALUES", {"", "", ""}).empty());
+  ui_.NextDialog().Press(od::kIdOk);
+  EXPECT_TRUE(Run("VELTOR_HAS_SPECIFIC_VALUES", {}).empty());
   EXPECT_EQ(out().find("Selected"), std::string::npos);
+  EXPECT_EQ(out().find("Select objects"), std::string::npos);
+}
+
+TEST_F(ValueQueryTest, ExtendedOffMatchesByContainment) {
+  using Query = ui::SelectByOd;
+  sdoc().pickfirst.clear();
+  ui_.NextDialog()
+      .SelectItems(Query::kTableList, {"T"})
+      .SetCell(Query::kConditionGrid, "ID", 1, "5")
+      .Check(Query::kExtended, false)
+      .Press(od::kIdOk);
+  od::EntityList got = Run("VELTOR_HAS_SPECIFIC_VALUES", {""});
+  std::sort(got.begin(), got.end());
+  EXPECT_EQ(got, (od::EntityList{v1_, v2_, v3_}));  // 5, 15, 50 contain "5"
+  // The switch is remembered for the next run.
+  ui_.NextDialog().Press(od::kIdCancel);
+  (void)Run("VELTOR_HAS_SPECIFIC_VALUES", {});
+  EXPECT_FALSE(ui_.opened().back().Find(Query::kExtended).checked);
 }
 
 }  // namespace

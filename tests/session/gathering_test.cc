@@ -1,6 +1,7 @@
 // How commands gather their entities: pickfirst, prompt, empty answer, cancel, and the layer
 // filter's swap-with-last order.
 #include "od/gathering.h"
+#include "od/text.h"
 
 #include "session_fixture.h"
 

@@ -19,14 +19,14 @@ bool HasRepeatedTable(const std::vector<std::string>& names) {
 }
 
 void SelectByPresence(od::Host& host, PresenceMode mode) {
-  od::EntityList found = FindEntitiesByOD(host, static_cast<int>(mode));
+  od::EntityList found = FindEntitiesByOd(host, static_cast<int>(mode));
   od::SetPickfirst(host, found);
   od::ReportSelected(host, found.size());
 }
 
 }  // namespace
 
-od::EntityList FindEntitiesByOD(od::Host& host, int mode) {
+od::EntityList FindEntitiesByOd(od::Host& host, int mode) {
   od::EntityList kept;
   od::PromptOutcome gathered = od::GatherEntities(host);
   if (gathered.status == od::GatherStatus::kCancelled || gathered.entities.empty()) return kept;
@@ -51,9 +51,9 @@ od::EntityList FindEntitiesByOD(od::Host& host, int mode) {
   return kept;
 }
 
-void HasNoOd(od::Host& host) { SelectByPresence(host, PresenceMode::kNoOd); }
-void HasOd(od::Host& host) { SelectByPresence(host, PresenceMode::kHasOd); }
-void HasMultipleOd(od::Host& host) { SelectByPresence(host, PresenceMode::kMultipleOd); }
-void HasDuplicateOd(od::Host& host) { SelectByPresence(host, PresenceMode::kDuplicateOd); }
+void HasNoOd(od::CommandContext& context) { SelectByPresence(context.host(), PresenceMode::kNoOd); }
+void HasOd(od::CommandContext& context) { SelectByPresence(context.host(), PresenceMode::kHasOd); }
+void HasMultipleOd(od::CommandContext& context) { SelectByPresence(context.host(), PresenceMode::kMultipleOd); }
+void HasDuplicateOd(od::CommandContext& context) { SelectByPresence(context.host(), PresenceMode::kDuplicateOd); }
 
 }  // namespace veltor::commands

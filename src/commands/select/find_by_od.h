@@ -1,6 +1,7 @@
 // Selecting entities by whether they carry Object Data: none, any, several, or one table twice.
 #pragma once
 
+#include "od/command_context.h"
 #include "od/host.h"
 
 namespace veltor::commands {
@@ -14,11 +15,11 @@ enum class PresenceMode : int {
 
 // Gathers entities by the standard rule and keeps those the mode describes, in gathered order.
 // Empty when the gathering was cancelled. Any other mode number keeps nothing.
-od::EntityList FindEntitiesByOD(od::Host& host, int mode);
+od::EntityList FindEntitiesByOd(od::Host& host, int mode);
 
-void HasNoOd(od::Host& host);
-void HasOd(od::Host& host);
-void HasMultipleOd(od::Host& host);
-void HasDuplicateOd(od::Host& host);
+void HasNoOd(od::CommandContext& context);
+void HasOd(od::CommandContext& context);
+void HasMultipleOd(od::CommandContext& context);
+void HasDuplicateOd(od::CommandContext& context);
 
 }  // namespace veltor::commands

@@ -1,35 +1,27 @@
 #include "commands/select/find_with_tables.h"
 
 #include <algorithm>
-#include <unordered_set>
 
-#include "app/string_table.h"
 #include "commands/select/query_memory.h"
 #include "od/catalogue.h"
 #include "od/format.h"
 #include "od/gathering.h"
+#include "od/string_table.h"
 #include "ui/object_data_list.h"
 
 namespace veltor::commands {
 
 namespace {
 
-// Walks the gathered entities on visible layers and keeps those `keep(c, total)` accepts, where
-// c counts the records of picked tables and total all records.
+// Walks the gathered entities (already only those on usable layers) and keeps those
+// `keep(c, total)` accepts, where c counts the records of picked tables and total all records.
 template <typename Keep>
 od::EntityList FilterByTables(od::Host& host, const std::vector<std::string>& tables, Keep keep) {
   od::EntityList kept;
   od::PromptOutcome gathered = od::GatherEntities(host);
   if (gathered.status == od::GatherStatus::kCancelled) return kept;
-  od::Database* db = host.WorkingDatabase();
   Result<od::Project*> project = host.ActiveProject();
-  if (!db) return kept;
-  std::unordered_set<od::ObjectId> hidden_layers;
-  for (const od::LayerInfo& layer : db->Layers())
-    if (layer.hidden || layer.frozen || layer.off) hidden_layers.insert(layer.id);
   for (od::EntityId entity : gathered.entities) {
-    od::ObjectId layer = db->LayerOf(entity);
-    if (layer == od::kNullId || hidden_layers.count(layer)) continue;
     std::vector<std::string> names;
     if (project.ok()) names = (*project)->Container().RecordTableNames(entity);
     size_t c = 0;
@@ -54,7 +46,8 @@ std::vector<std::string> OfferedTables(od::Host& host, const od::EntityList& imp
   return {names.begin(), names.end()};
 }
 
-void RunTableQuery(od::Host& host, bool with) {
+void RunTableQuery(od::CommandContext& context, bool with) {
+  od::Host& host = context.host();
   od::EntityList implied = od::GetImpliedSelection(host);
   std::vector<std::string> offered = OfferedTables(host, implied);
   if (!implied.empty() && offered.empty()) {
@@ -64,10 +57,10 @@ void RunTableQuery(od::Host& host, bool with) {
   Result<od::Project*> project = host.ActiveProject();
   QueryMemory& memory = ModuleQueryMemory();
   memory.tables.picked.clear();
-  ui::ObjectDataList dialog(app::Str(with ? app::kStrWithSpecificOdTitle : app::kStrWithoutSpecificOdTitle),
+  ui::ObjectDataList dialog(od::Str(with ? od::kStrWithSpecificOdTitle : od::kStrWithoutSpecificOdTitle),
                             offered, memory.tables,
                             project.ok() ? &(*project)->Container() : nullptr);
-  if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return;
+  if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return context.Cancel();
   const std::vector<std::string>& picked = memory.tables.picked;
   od::EntityList found;
   if (with) {
@@ -100,7 +93,7 @@ od::EntityList FindEntitiesWithoutTables(od::Host& host, const std::vector<std::
   return FilterByTables(host, tables, [&](size_t c, size_t) { return not_simultaneous ? c == 0 : c < n; });
 }
 
-void HasSpecificOd(od::Host& host) { RunTableQuery(host, true); }
-void HasNoSpecificOd(od::Host& host) { RunTableQuery(host, false); }
+void HasSpecificOd(od::CommandContext& context) { RunTableQuery(context, true); }
+void HasNoSpecificOd(od::CommandContext& context) { RunTableQuery(context, false); }
 
 }  // namespace veltor::commands

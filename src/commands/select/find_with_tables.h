@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "od/command_context.h"
 #include "od/host.h"
 
 namespace veltor::commands {
@@ -17,7 +18,7 @@ od::EntityList FindEntitiesWithTables(od::Host& host, const std::vector<std::str
 od::EntityList FindEntitiesWithoutTables(od::Host& host, const std::vector<std::string>& tables,
                                          bool not_simultaneous);
 
-void HasSpecificOd(od::Host& host);
-void HasNoSpecificOd(od::Host& host);
+void HasSpecificOd(od::CommandContext& context);
+void HasNoSpecificOd(od::CommandContext& context);
 
 }  // namespace veltor::commands

@@ -82,8 +82,10 @@ od::EntityList ContoursAround(const od::Database& db, const od::Point3& point, d
   return found;
 }
 
-void PointSelect(od::Host& host) {
+void PointSelect(od::CommandContext& context) {
+  od::Host& host = context.host();
   od::PromptResult<od::Point3> point = host.Ed().GetPoint("");
+  if (point.status == od::PromptStatus::kCancel) return context.Cancel();
   if (point.status != od::PromptStatus::kOk) return;
   od::Database* db = host.WorkingDatabase();
   if (!db) return;

@@ -3,6 +3,7 @@
 
 #include <vector>
 
+#include "od/command_context.h"
 #include "od/host.h"
 
 namespace veltor::commands {
@@ -20,6 +21,6 @@ bool InsideRing(const std::vector<od::Point3>& ring, const od::Point3& point);
 od::EntityList ContoursAround(const od::Database& db, const od::Point3& point, double tolerance,
                               bool use_index = true);
 
-void PointSelect(od::Host& host);
+void PointSelect(od::CommandContext& context);
 
 }  // namespace veltor::commands

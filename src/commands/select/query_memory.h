@@ -8,7 +8,7 @@ namespace veltor::commands {
 
 struct QueryMemory {
   ui::ObjectDataList::Memory tables;  // "Simultaneous" and the tables picked last
-  ui::SelectByOD::Memory values;      // "Extended" and the dialog size
+  ui::SelectByOd::Memory values;      // "Extended" and the dialog size
 };
 
 // The module's memory, as it was at load until commands change it.

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "commands/select/match_condition.h"
+#include "commands/select/value_matcher.h"
 #include "commands/select/query_memory.h"
 #include "od/catalogue.h"
 #include "od/gathering.h"
@@ -68,7 +68,8 @@ void KeepMatching(const od::ObjectDataContainer& container, const std::vector<st
   }
 }
 
-void HasSpecificValues(od::Host& host) {
+void HasSpecificValues(od::CommandContext& context) {
+  od::Host& host = context.host();
   od::EntityList entities = od::GetImpliedSelection(host);
   od::Database* db = host.WorkingDatabase();
   if (db) od::FilterUsable(*db, entities);
@@ -84,8 +85,9 @@ void HasSpecificValues(od::Host& host) {
       for (std::string& name : container.RecordTableNames(entity)) offered.insert(std::move(name));
   }
   QueryMemory& memory = ModuleQueryMemory();
-  ui::SelectByOD dialog({offered.begin(), offered.end()}, true, memory.values, container);
-  if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk || dialog.selected_tables().empty()) return;
+  ui::SelectByOd dialog({offered.begin(), offered.end()}, true, memory.values, container);
+  if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return context.Cancel();
+  if (dialog.selected_tables().empty()) return;
 
   if (entities.empty()) {
     od::PromptOutcome prompted = od::PromptSelection(host);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "od/command_context.h"
 #include "od/host.h"
 #include "ui/select_by_od.h"
 
@@ -16,6 +17,6 @@ void KeepMatching(const od::ObjectDataContainer& container, const std::vector<st
                   const std::vector<ui::Condition>& conditions, bool extended,
                   od::EntityList& entities);
 
-void HasSpecificValues(od::Host& host);
+void HasSpecificValues(od::CommandContext& context);
 
 }  // namespace veltor::commands

@@ -196,6 +196,26 @@ std::vector<std::string> Session::Redo(size_t count) {
   return names;
 }
 
+bool Session::BeginUndoGroup(const std::string& label) {
+  SessionDocument* doc = active();
+  if (!doc || doc->doc->store().recording()) return false;
+  doc->doc->BeginUndoGroup(label);
+  return true;
+}
+
+void Session::EndUndoGroup() {
+  if (SessionDocument* doc = active()) doc->doc->EndUndoGroup();
+}
+
+void Session::TakeBackUndoGroup() {
+  SessionDocument* doc = active();
+  if (!doc) return;
+  std::unique_ptr<dxf::UndoGroup> taken_back = doc->doc->CancelUndoGroup();
+  if (!taken_back || taken_back->entries.empty()) return;
+  doc->project.container().Refresh();
+  FireUndoReactors(*taken_back);
+}
+
 void Session::FireUndoReactors(const dxf::UndoGroup& group) {
   SessionDocument* doc = active();
   const dxf::RecordStore& store = doc->doc->store();

@@ -3,6 +3,7 @@
 #include "drawing/session/host_commands.h"
 #include "od/format.h"
 #include "od/gathering.h"
+#include "od/text.h"
 
 namespace veltor::session {
 

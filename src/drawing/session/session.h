@@ -112,6 +112,10 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   std::string ActiveDocumentName() const override;
   void AddReactor(od::Reactor* reactor) override;
   void RemoveReactor(od::Reactor* reactor) override;
+  // A module's undo group joins the group the session opens for the running command.
+  bool BeginUndoGroup(const std::string& label) override;
+  void EndUndoGroup() override;
+  void TakeBackUndoGroup() override;
 
   // What the application registry holds (tests and HELP show it).
   bool application_unlocked() const { return unlocked_; }

@@ -11,12 +11,8 @@ namespace {
 
 constexpr char kCancelAnswer[] = "*Cancel*";
 
-std::string Trim(const std::string& text) {
-  size_t b = text.find_first_not_of(" \t\r");
-  if (b == std::string::npos) return "";
-  size_t e = text.find_last_not_of(" \t\r");
-  return text.substr(b, e - b + 1);
-}
+// Answers lose surrounding spaces, tabs and carriage returns (a line feed ends the line).
+std::string Trim(const std::string& text) { return std::string(od::TrimBlanks(text, " \t\r")); }
 
 }  // namespace
 

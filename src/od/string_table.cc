@@ -1,8 +1,8 @@
-#include "app/string_table.h"
+#include "od/string_table.h"
 
 #include <iterator>
 
-namespace veltor::app {
+namespace veltor::od {
 
 namespace {
 
@@ -62,15 +62,45 @@ constexpr Entry kStrings[] = {
     {180, "This will detach ALL tables from selected objects. Continue?\n"},
 };
 
+// Ordered by id.
+constexpr Entry kDialogStrings[] = {
+    {900, "Error: %s is not available in this build.\n"},
+    {901, "Error: %s failed: %s\n"},
+    {902, "Error: %s failed.\n"},
+    {1000, "OK"},
+    {1001, "Cancel"},
+    {1002, "Object Data"},
+    {1003, "Tables"},
+    {1004, "Select all/nothing"},
+    {1005, "Simultaneous"},
+    {1006, "Find entities with specific OD values"},
+    {1007, "Conditions"},
+    {1008, "Extended (>, <, <>, *)"},
+    {1009, "About veltor"},
+    {1010,
+     "veltor %s\n"
+     "Object Data tools for CAD drawings: find, select, detach, copy, compute, translate,\n"
+     "summarise and exchange the attribute tables attached to drawing entities.\n"
+     "\n"
+     "Built %s.\n"
+     "Licence: MIT (see LICENSE).\n"
+     "Documentation: docs/console.md and docs/object-data-format.md in the source tree;\n"
+     "type HELP at the command prompt for the list of commands.\n"},
+};
+
 }  // namespace
 
 const char* Str(int id) {
   for (const Entry& e : kStrings)
+    if (e.id == id) return e.text;
+  for (const Entry& e : kDialogStrings)
     if (e.id == id) return e.text;
   return "";
 }
 
 int StringCount() { return static_cast<int>(std::size(kStrings)); }
 int StringIdAt(int index) { return kStrings[index].id; }
+int DialogStringCount() { return static_cast<int>(std::size(kDialogStrings)); }
+int DialogStringIdAt(int index) { return kDialogStrings[index].id; }
 
-}  // namespace veltor::app
+}  // namespace veltor::od

@@ -1,5 +1,5 @@
 // The value matcher: plain containment, extended comparisons and the wildcard asymmetries.
-#include "commands/select/match_condition.h"
+#include "commands/select/value_matcher.h"
 
 #include <gtest/gtest.h>
 

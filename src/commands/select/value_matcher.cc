@@ -1,4 +1,4 @@
-#include "commands/select/match_condition.h"
+#include "commands/select/value_matcher.h"
 
 #include <vector>
 
@@ -8,12 +8,9 @@ namespace veltor::commands {
 
 namespace {
 
+// The operand after an operator, without surrounding blanks.
 std::string Operand(const std::string& pattern, size_t skip) {
-  std::string rest = pattern.substr(skip);
-  size_t begin = rest.find_first_not_of(" \t\n");
-  if (begin == std::string::npos) return "";
-  size_t end = rest.find_last_not_of(" \t\n");
-  return rest.substr(begin, end - begin + 1);
+  return std::string(od::TrimBlanks(std::string_view(pattern).substr(skip), " \t\n"));
 }
 
 enum class Compare { kNotEqual, kGreater, kLess };
@@ -96,22 +93,6 @@ bool MatchValue(const od::Value& value, const std::string& pattern, bool extende
     }
   }
   return WildcardMatch(od::ValueToText(value), pattern);
-}
-
-bool MatchCondition(const od::ObjectDataContainer& container, const std::string& table,
-                    od::EntityId entity, const ui::Condition& condition, bool extended) {
-  if (condition.pattern == "*") return true;
-  Result<od::TableDefinition> def = container.GetTable(table);
-  if (!def.ok()) return false;
-  int column = def->ColumnIndex(condition.column);
-  if (column < 0) return false;
-  for (const od::Record& record : container.Records(entity)) {
-    if (record.table != table) continue;
-    if (static_cast<size_t>(column) < record.values.size() &&
-        MatchValue(record.values[static_cast<size_t>(column)], condition.pattern, extended))
-      return true;
-  }
-  return false;
 }
 
 }  // namespace veltor::commands

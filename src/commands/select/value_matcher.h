@@ -3,8 +3,7 @@
 
 #include <string>
 
-#include "od/object_data.h"
-#include "ui/select_by_od.h"
+#include "od/value.h"
 
 namespace veltor::commands {
 
@@ -22,11 +21,5 @@ bool WildcardMatch(const std::string& value_text, const std::string& pattern);
 // "<" by code unit), a pattern with "*" is a wildcard, any other pattern must equal the
 // value. Point and unknown values never compare and never equal.
 bool MatchValue(const od::Value& value, const std::string& pattern, bool extended);
-
-// True when some record of `table` on `entity` has a value in the condition's column that
-// matches its pattern; always true for the pattern "*"; false when the table has no such
-// column.
-bool MatchCondition(const od::ObjectDataContainer& container, const std::string& table,
-                    od::EntityId entity, const ui::Condition& condition, bool extended);
 
 }  // namespace veltor::commands
