@@ -1,6 +1,6 @@
 #include "drawing/session/save_format.h"
 
-#include "od/gathering.h"
+#include "od/text.h"
 
 namespace veltor::session {
 
