@@ -60,6 +60,8 @@ constexpr Entry kStrings[] = {
     {177, "Select objects without specific OD."},
     {179, "Select reference object: "},
     {180, "This will detach ALL tables from selected objects. Continue?\n"},
+    {181, "Warning: 1 damaged record skipped (kept in the drawing as it is).\n"},
+    {182, "Warning: %i damaged records skipped (kept in the drawing as they are).\n"},
 };
 
 }  // namespace

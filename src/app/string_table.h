@@ -51,6 +51,8 @@ enum StringId : int {
   kStrWithoutSpecificOdTitle = 177,
   kStrSelectReference = 179,
   kStrDetachAllWarning = 180,
+  kStrSkippedDamagedRecord = 181,   // "Warning: 1 damaged record skipped ..."
+  kStrSkippedDamagedRecords = 182,  // "Warning: %i damaged records skipped ..."
 };
 
 // The text of a string id; "" for an id the table does not hold.

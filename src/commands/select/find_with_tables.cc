@@ -5,6 +5,7 @@
 
 #include "app/string_table.h"
 #include "commands/select/query_memory.h"
+#include "commands/select/skipped_records.h"
 #include "od/catalogue.h"
 #include "od/format.h"
 #include "od/gathering.h"
@@ -27,9 +28,11 @@ od::EntityList FilterByTables(od::Host& host, const std::vector<std::string>& ta
   std::unordered_set<od::ObjectId> hidden_layers;
   for (const od::LayerInfo& layer : db->Layers())
     if (layer.hidden || layer.frozen || layer.off) hidden_layers.insert(layer.id);
+  od::EntityList examined;
   for (od::EntityId entity : gathered.entities) {
     od::ObjectId layer = db->LayerOf(entity);
     if (layer == od::kNullId || hidden_layers.count(layer)) continue;
+    examined.push_back(entity);
     std::vector<std::string> names;
     if (project.ok()) names = (*project)->Container().RecordTableNames(entity);
     size_t c = 0;
@@ -37,6 +40,7 @@ od::EntityList FilterByTables(od::Host& host, const std::vector<std::string>& ta
       if (std::find(tables.begin(), tables.end(), name) != tables.end()) ++c;
     if (keep(c, names.size())) kept.push_back(entity);
   }
+  WarnSkippedRecords(host, examined);
   return kept;
 }
 

@@ -4,6 +4,7 @@
 
 #include "commands/select/match_condition.h"
 #include "commands/select/query_memory.h"
+#include "commands/select/skipped_records.h"
 #include "od/catalogue.h"
 #include "od/gathering.h"
 
@@ -94,6 +95,7 @@ void HasSpecificValues(od::Host& host) {
     if (db) od::FilterUsable(*db, entities);
     if (entities.empty()) return;
   }
+  WarnSkippedRecords(host, entities);
   KeepMatching(container, dialog.selected_tables(), dialog.conditions(), memory.values.extended, entities);
   od::SetPickfirst(host, entities);
   od::ReportSelected(host, entities.size());

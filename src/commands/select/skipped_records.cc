@@ -1,0 +1,18 @@
+#include "commands/select/skipped_records.h"
+
+#include "app/string_table.h"
+#include "od/format.h"
+
+namespace veltor::commands {
+
+void WarnSkippedRecords(od::Host& host, const od::EntityList& entities) {
+  Result<od::Project*> project = host.ActiveProject();
+  if (!project.ok()) return;
+  const od::ObjectDataContainer& container = (*project)->Container();
+  size_t skipped = 0;
+  for (od::EntityId entity : entities) skipped += container.DamagedRecordCount(entity);
+  if (skipped == 1) host.Ed().Print(app::Str(app::kStrSkippedDamagedRecord));
+  if (skipped > 1) host.Ed().Print(od::Format(app::Str(app::kStrSkippedDamagedRecords), static_cast<int>(skipped)));
+}
+
+}  // namespace veltor::commands
