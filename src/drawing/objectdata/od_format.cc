@@ -207,18 +207,21 @@ Tags TableDefTags(const model::Document& doc, const TableDef& def) {
 
 Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out) {
   out = TableDef();
+  // The name is read first, so that a definition damaged elsewhere still says whose it is.
+  size_t i = 0;
+  if (i < data.size() && data[i].code == 1) ++i;
+  size_t version_at = i < data.size() && data[i].code == 70 ? i++ : data.size();
+  if (i < data.size() && data[i].code == 2) out.name = DecodeName(doc, data[i].value);
   if (data.empty() || data[0].code != 1 || data[0].value != kTableMarker)
     return Status::Error("it does not start with the marker " + std::string(kTableMarker));
-  size_t i = 1;
-  if (i < data.size() && data[i].code == 70) {
+  if (version_at < data.size()) {
     int32_t version = 0;
-    if (!ParseWholeInt32(data[i].value, version) || version != kFormatVersion)
-      return Status::Error("format version '" + data[i].value + "' is not known (this program reads " +
-                           std::to_string(kFormatVersion) + ")");
-    ++i;
+    if (!ParseWholeInt32(data[version_at].value, version) || version != kFormatVersion)
+      return Status::Error("format version '" + data[version_at].value +
+                           "' is not known (this program reads " + std::to_string(kFormatVersion) + ")");
   }
   if (i >= data.size() || data[i].code != 2) return Status::Error("it holds no table name");
-  out.name = DecodeName(doc, data[i++].value);
+  ++i;
   if (i < data.size() && data[i].code == 4) out.description = ReadTextTags(doc, data, i);
   while (i < data.size()) {
     std::string where = "column " + std::to_string(out.columns.size() + 1);
