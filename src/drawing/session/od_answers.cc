@@ -74,6 +74,12 @@ std::string NameProblem(const std::string& name) {
   return "";
 }
 
+std::string SkippedRecordsWarning(size_t skipped) {
+  if (skipped == 0) return "";
+  return "Warning: " + CountOf(static_cast<long>(skipped), "damaged record", "damaged records") +
+         " skipped (kept in the drawing as " + (skipped == 1 ? "it is" : "they are") + ").\n";
+}
+
 std::string CountOf(long count, const std::string& singular, const std::string& plural) {
   return std::to_string(count) + " " + (count == 1 ? singular : plural);
 }

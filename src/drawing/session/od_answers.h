@@ -21,6 +21,9 @@ std::string ReadTypedValue(const std::string& text, od::Value& value);
 // Why `name` cannot name a table or a column ("" when it can): it holds a control character.
 std::string NameProblem(const std::string& name);
 
+// "Warning: N damaged records skipped (...)." with a line break; "" for none.
+std::string SkippedRecordsWarning(size_t skipped);
+
 // "1 column", "2 columns": `count` and the noun, plural unless the count is 1.
 std::string CountOf(long count, const std::string& singular, const std::string& plural);
 

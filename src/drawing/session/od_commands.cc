@@ -25,11 +25,7 @@ void Fail(Session& s, const Status& status) { s.editor().Refuse("Error: " + stat
 // and records that cannot be read).
 objectdata::ObjectDataStore& StoreOf(Session& s) { return s.active()->project.container().store(); }
 
-void WarnSkipped(Session& s, size_t skipped) {
-  if (skipped > 0)
-    s.Print("Warning: " + CountOf(static_cast<long>(skipped), "damaged record", "damaged records") +
-            " skipped (kept in the drawing as " + (skipped == 1 ? "it is" : "they are") + ").\n");
-}
+void WarnSkipped(Session& s, size_t skipped) { s.Print(SkippedRecordsWarning(skipped)); }
 
 // Asks for a name until it is usable: Enter (empty) ends; `taken` says why a name is already
 // in use ("" when free). Nullopt when cancelled or refused in a script.
