@@ -228,6 +228,9 @@ TEST_F(ObjectDataCommands, DamagedDefinitionIsListedMarkedAndKeepsItsName) {
   Typed("ODTABLE", {"New", "Wells", "Wells2", "", ""});
   EXPECT_TRUE(Contains(out(), "Error: table 'Wells' already exists (its definition")) << out();
   EXPECT_TRUE(Contains(out(), "Table Wells2 defined with 0 columns.\n")) << out();
+  ClearOut();
+  Typed("ODTABLE", {"Delete", "Wells", ""});
+  EXPECT_TRUE(Contains(out(), "Error: table 'Wells' cannot be read (format version '2' is not known")) << out();
 }
 
 // Opening a drawing with damaged Object Data says so once, naming what is damaged.

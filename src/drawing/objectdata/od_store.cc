@@ -605,7 +605,7 @@ std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) cons
   size_t entities = 0;
   const dxf::RecordStore& s = doc_.store();
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
-    if (s.at(id).xdict == 0 || s.at(id).erased) continue;
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
     StoredRecords stored = ReadStored(id);
     size_t damaged = stored.DamagedCount();
     if (damaged == 0) continue;

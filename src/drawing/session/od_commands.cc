@@ -66,7 +66,11 @@ std::optional<od::TableDefinition> AskTable(Session& s, od::ObjectDataContainer&
     }
     Result<od::TableDefinition> def = c.GetTable(name.value);
     if (def.ok()) return *def;
-    if (!s.editor().Refuse("Error: no table named '" + name.value + "'.")) return std::nullopt;
+    std::string why = "no table named '" + name.value + "'.";
+    for (const auto& damaged : StoreOf(s).DamagedTables())
+      if (damaged.name == name.value)
+        why = "table '" + name.value + "' cannot be read (" + damaged.reason + "); it is kept as it is.";
+    if (!s.editor().Refuse("Error: " + why)) return std::nullopt;
   }
 }
 
