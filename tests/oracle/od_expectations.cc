@@ -201,7 +201,7 @@ Status AddTypedTextObjectData(model::Document& doc, Expectations& expected) {
   expected.mode = "generated";
   expected.version = doc.version();
   expected.tables = {notes};
-  for (const std::string& text : {std::string("tab\there"), std::string("\\U+0041"),
+  for (const std::string& text : {std::string("\ttab\there\t"), std::string("\\U+0041"),
                                   std::string("Ελληνικά 中文 Кириллица"),
                                   std::string("first line\nsecond line"),
                                   std::string("crlf\r\nnext \\ back\rlast")}) {

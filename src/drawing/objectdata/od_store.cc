@@ -24,6 +24,18 @@ Status CheckName(const std::string& name, const char* what) {
   return Status::Ok();
 }
 
+// Text is written to DXF lines and NUL-terminated binary strings: a NUL cannot be kept.
+Status CheckText(const std::string& text, const std::string& where) {
+  if (text.find('\0') == std::string::npos) return Status::Ok();
+  return Status::Error(where + ": the text holds a NUL character, which a DXF file cannot hold");
+}
+
+Status CheckColumnTexts(const std::string& table, const ColumnDef& c) {
+  std::string where = "table '" + table + "': column '" + c.name + "'";
+  if (Status s = CheckText(c.description, where); !s.ok()) return s;
+  return CheckText(ConvertValue(c.default_value, c.type).text, where);
+}
+
 }  // namespace
 
 const char* ColumnTypeName(ColumnType type) {
@@ -140,7 +152,9 @@ Status ObjectDataStore::CreateTable(const TableDef& def) {
     int type = static_cast<int>(c.type);
     if (type < 1 || type > 4)
       return Status::Error("table '" + def.name + "': column '" + c.name + "' has no valid type");
+    if (Status s = CheckColumnTexts(def.name, c); !s.ok()) return s;
   }
+  if (Status s = CheckText(def.description, "table '" + def.name + "'"); !s.ok()) return s;
   RecordId dict = CatalogueDictionary();
   if (dict == kNoRecord) {
     RecordId root = model::NamedObjectDictionary(doc_);
@@ -223,6 +237,7 @@ Status ObjectDataStore::AddColumn(const std::string& table, const ColumnDef& col
   for (const ColumnDef& c : def->columns)
     if (c.name == column.name)
       return Status::Error("table '" + table + "': column '" + column.name + "' already exists");
+  if (Status s = CheckColumnTexts(table, column); !s.ok()) return s;
   ColumnDef added = column;
   added.default_value = ConvertValue(column.default_value, column.type);
   Handle handle = FindEntry(table)->handle;
@@ -445,8 +460,12 @@ Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) c
                          std::to_string(record.values.size()) + " values");
   out.table = FindEntry(record.table)->handle;
   out.values.clear();
-  for (size_t i = 0; i < record.values.size(); ++i)
+  for (size_t i = 0; i < record.values.size(); ++i) {
     out.values.push_back(ConvertValue(record.values[i], def->columns[i].type));
+    Status text = CheckText(out.values.back().text,
+                            "table '" + record.table + "': column '" + def->columns[i].name + "'");
+    if (!text.ok()) return text;
+  }
   return Status::Ok();
 }
 

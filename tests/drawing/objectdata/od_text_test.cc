@@ -69,7 +69,7 @@ TEST(ObjectDataText, TypedTextRoundTripsThroughTheFile) {
     auto doc = Document::NewBlank(version);
     RecordId e = model::AddModelSpaceEntity(*doc, "POINT", "0",
                                             {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
-    const std::string text = kTyped + "\nline two\r\n\\U+005C";
+    const std::string text = "\t" + kTyped + "\nline two\r\n\\U+005C\t";
     ObjectDataStore store(*doc);
     TableDef def;
     def.name = "Notes";
@@ -89,6 +89,26 @@ TEST(ObjectDataText, TypedTextRoundTripsThroughTheFile) {
     ASSERT_EQ(records.size(), 1u);
     EXPECT_EQ(records[0].values[0].text, text);
   }
+}
+
+// A NUL ends a binary DXF string: a text holding one is refused, and nothing is written.
+TEST(ObjectDataText, TextWithNulIsRefused) {
+  auto doc = Document::NewBlank("AC1032");
+  RecordId e = model::AddModelSpaceEntity(*doc, "POINT", "0",
+                                          {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
+  ObjectDataStore store(*doc);
+  TableDef def;
+  def.name = "Notes";
+  def.columns = {{"Text", ColumnType::kCharacter, "", FieldValue::Text("")}};
+  ASSERT_TRUE(store.CreateTable(def).ok());
+  Status added = store.AddRecord(e, OdRecord{"Notes", {FieldValue::Text(std::string("a\0b", 3))}});
+  EXPECT_FALSE(added.ok());
+  EXPECT_NE(added.message().find("NUL"), std::string::npos) << added.message();
+  EXPECT_TRUE(store.Records(e).empty());
+  def.name = "Other";
+  def.description = std::string("x\0", 2);
+  EXPECT_FALSE(store.CreateTable(def).ok());
+  EXPECT_EQ(store.TableNames(), std::vector<std::string>{"Notes"});
 }
 
 }  // namespace
