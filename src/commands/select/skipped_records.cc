@@ -12,7 +12,8 @@ void WarnSkippedRecords(od::Host& host, const od::EntityList& entities) {
   size_t skipped = 0;
   for (od::EntityId entity : entities) skipped += container.DamagedRecordCount(entity);
   if (skipped == 1) host.Ed().Print(app::Str(app::kStrSkippedDamagedRecord));
-  if (skipped > 1) host.Ed().Print(od::Format(app::Str(app::kStrSkippedDamagedRecords), static_cast<int>(skipped)));
+  if (skipped > 1)
+    host.Ed().Print(od::Format(app::Str(app::kStrSkippedDamagedRecords), static_cast<int>(skipped)));
 }
 
 }  // namespace veltor::commands

@@ -20,7 +20,8 @@ namespace {
 Status CheckName(const std::string& name, const char* what) {
   if (name.empty()) return Status::Error(std::string(what) + " name is empty");
   for (unsigned char c : name)
-    if (c < 32 || c == 127) return Status::Error(std::string(what) + " name '" + name + "' holds a control character");
+    if (c < 32 || c == 127)
+      return Status::Error(std::string(what) + " name '" + name + "' holds a control character");
   return Status::Ok();
 }
 
@@ -79,7 +80,8 @@ const std::vector<ObjectDataStore::TableEntry>& ObjectDataStore::Catalogue() con
         continue;
       }
       if (doc_.TypeOf(xrec) != "XRECORD") {
-        damaged_tables_.push_back({entry.handle, "", "it is a " + doc_.TypeOf(xrec) + ", not an XRECORD"});
+        std::string what = "it is a " + doc_.TypeOf(xrec) + ", not an XRECORD";
+        damaged_tables_.push_back({entry.handle, "", what});
         continue;
       }
       TableDef def;
@@ -446,9 +448,10 @@ Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const c
   std::string list;
   for (size_t i = 0; i < holders.size() && i < 5; ++i) list += (i ? ", " : "") + holders[i];
   if (holders.size() > 5) list += ", ...";
-  return Status::Error("table '" + table.name + "' cannot be " + change + ": damaged records of it, kept as they are, are on " +
-                       std::to_string(holders.size()) + (holders.size() == 1 ? " entity (" : " entities (") +
-                       list + "); remove those entities' records first");
+  std::string on = std::to_string(holders.size()) + (holders.size() == 1 ? " entity (" : " entities (");
+  return Status::Error("table '" + table.name + "' cannot be " + change +
+                       ": damaged records of it, kept as they are, are on " + on + list +
+                       "); remove those entities' records first");
 }
 
 Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) const {
@@ -616,11 +619,12 @@ size_t ObjectDataStore::DamagedRecordCount(RecordId entity) const {
 
 std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) const {
   std::vector<std::string> lines;
-  for (const DamagedTable& d : DamagedTables())
-    lines.push_back("Object Data table " + (d.name.empty() ? "" : "'" + d.name + "' (") + "definition " +
-                    dxf::FormatHandle(d.handle) + (d.name.empty() ? "" : ")") + " cannot be read: " +
-                    d.reason + "; it is kept as it is" +
-                    (d.name.empty() ? "" : " and its name stays taken"));
+  for (const DamagedTable& d : DamagedTables()) {
+    std::string definition = "definition " + dxf::FormatHandle(d.handle);
+    std::string table = d.name.empty() ? definition : "'" + d.name + "' (" + definition + ")";
+    lines.push_back("Object Data table " + table + " cannot be read: " + d.reason +
+                    "; it is kept as it is" + (d.name.empty() ? "" : " and its name stays taken"));
+  }
   size_t entities = 0;
   const dxf::RecordStore& s = doc_.store();
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
