@@ -4,6 +4,7 @@
 
 #include "../drawing/dxf/test_files.h"
 #include "app/veltor_app.h"
+#include "commands/select/find_with_tables.h"
 #include "drawing/model/objects.h"
 #include "drawing/objectdata/od_format.h"
 #include "session_fixture.h"
@@ -265,6 +266,13 @@ TEST_F(ObjectDataCommands, ModuleQueryCommandsCountSkippedRecords) {
   EXPECT_TRUE(Contains(out(), "Warning: 2 damaged records skipped (kept in the drawing as they are).\n"))
       << out();
   EXPECT_TRUE(Contains(out(), "Selected: 1\n")) << out();
+
+  ClearOut();
+  session_.Ed().SetPickfirst({});  // so that the engine gathers every entity
+  Answer({""});
+  od::EntityList found = commands::FindEntitiesWithTables(session_, {"Wells"}, false);
+  EXPECT_EQ(found, od::EntityList{q});
+  EXPECT_TRUE(Contains(out(), "Warning: 2 damaged records skipped")) << out();
 }
 
 }  // namespace
