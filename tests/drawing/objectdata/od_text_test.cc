@@ -91,6 +91,24 @@ TEST(ObjectDataText, TypedTextRoundTripsThroughTheFile) {
   }
 }
 
+// Numbers in the file are whole numbers or they are damage.
+TEST(ObjectDataNumbers, OnlyWholeNumbersRead) {
+  int32_t i = 0;
+  double d = 0;
+  EXPECT_TRUE(ParseWholeInt32("  -42 ", i));
+  EXPECT_EQ(i, -42);
+  EXPECT_TRUE(ParseWholeInt32("+7", i));
+  EXPECT_EQ(i, 7);
+  EXPECT_TRUE(ParseWholeInt32("-2147483648", i));
+  for (const char* bad : {"", " ", "7x", "1.5", "2147483648", "+-1", "++1", "0x10"})
+    EXPECT_FALSE(ParseWholeInt32(bad, i)) << bad;
+  EXPECT_TRUE(ParseWholeDouble(" 1e-3", d));
+  EXPECT_EQ(d, 1e-3);
+  EXPECT_TRUE(ParseWholeDouble("inf", d));  // written for infinite reals, read back
+  for (const char* bad : {"", "1.5.2", "deep", "1,5", "+-1", "1e"})
+    EXPECT_FALSE(ParseWholeDouble(bad, d)) << bad;
+}
+
 // A NUL ends a binary DXF string: a text holding one is refused, and nothing is written.
 TEST(ObjectDataText, TextWithNulIsRefused) {
   auto doc = Document::NewBlank("AC1032");
