@@ -25,6 +25,10 @@ Status CheckName(const std::string& name, const char* what) {
   return Status::Ok();
 }
 
+std::string Count(size_t n, const char* singular, const char* plural) {
+  return std::to_string(n) + " " + (n == 1 ? singular : plural);
+}
+
 // Text is written to DXF lines and NUL-terminated binary strings: a NUL cannot be kept.
 Status CheckText(const std::string& text, const std::string& where) {
   if (text.find('\0') == std::string::npos) return Status::Ok();
@@ -436,7 +440,7 @@ Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const c
   const dxf::RecordStore& s = doc_.store();
   std::vector<std::string> holders;
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
-    if (s.at(id).xdict == 0 || s.at(id).erased) continue;
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
     StoredRecords stored = ReadStored(id);
     for (const StoredRecord& r : stored.records)
       if (!r.damage.empty() && r.table == table.handle) {
@@ -459,8 +463,8 @@ Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) c
   if (!def.ok()) return def.status();
   if (record.values.size() != def->columns.size())
     return Status::Error("table '" + record.table + "' has " +
-                         std::to_string(def->columns.size()) + " columns, the record " +
-                         std::to_string(record.values.size()) + " values");
+                         Count(def->columns.size(), "column", "columns") + ", the record " +
+                         Count(record.values.size(), "value", "values"));
   out.table = FindEntry(record.table)->handle;
   out.values.clear();
   for (size_t i = 0; i < record.values.size(); ++i) {
@@ -640,14 +644,13 @@ std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) cons
     }
     size_t first = 0;
     while (stored.records[first].damage.empty()) ++first;
-    lines.push_back(entity + ": " + std::to_string(damaged) +
-                    (damaged == 1 ? " record cannot" : " records cannot") + " be read (record " +
+    lines.push_back(entity + ": " + Count(damaged, "record", "records") + " cannot be read (record " +
                     std::to_string(first + 1) + ": " + stored.records[first].damage +
                     "); kept as " + (damaged == 1 ? "it is" : "they are"));
   }
   if (entities > max_entities)
-    lines.push_back("... and " + std::to_string(entities - max_entities) +
-                    " more entities with Object Data that cannot be read");
+    lines.push_back("... and " + Count(entities - max_entities, "more entity", "more entities") +
+                    " with Object Data that cannot be read");
   return lines;
 }
 

@@ -239,7 +239,7 @@ TEST_F(DamagedObjectData, ReportIsBoundedOnDrawingsWithManyDamagedEntities) {
   });
   std::vector<std::string> lines = store_->DamageReport(1);
   ASSERT_EQ(lines.size(), 2u);
-  EXPECT_TRUE(Contains(lines[1], "1 more entities")) << lines[1];
+  EXPECT_TRUE(Contains(lines[1], "1 more entity with")) << lines[1];
 }
 
 TEST_F(DamagedObjectData, SoundDrawingReportsNothing) {
