@@ -512,7 +512,7 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
   bool xrecord_ok = false;
   const TableEntry* table = nullptr;  // of the record being read, while it is readable
   bool in_record = false;
-  int last_code = 0;
+  int next_axis = 0;  // 20 or 30 when a point's next axis may follow
   size_t records = 0, readable = 0;
   auto finish_record = [&] {
     if (in_record && table && xrecord_ok) {
@@ -540,8 +540,9 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
       xrecord_ok = ParseWholeInt32(value, version) && version == kFormatVersion;
       return true;
     }
-    int previous = last_code;
-    last_code = code;
+    // A point is 10, then 20 right after it, then 30 right after that (as ReadValueTags).
+    int expected_axis = next_axis;
+    next_axis = 0;
     if (code == 340) {
       finish_record();
       ++records;
@@ -560,10 +561,14 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
     int32_t i = 0;
     double d = 0;
     bool number_ok = true;
-    if (code == 90) number_ok = ParseWholeInt32(value, i);
-    else if (code == 40 || code == 10) number_ok = ParseWholeDouble(value, d);
-    else if ((code == 20 && previous == 10) || (code == 30 && previous == 20))
+    if (code == 90) {
+      number_ok = ParseWholeInt32(value, i);
+    } else if (code == 40) {
       number_ok = ParseWholeDouble(value, d);
+    } else if (code == 10 || (code == expected_axis && code != 0)) {
+      number_ok = ParseWholeDouble(value, d);
+      next_axis = code == 30 ? 0 : code + 10;
+    }
     if (!number_ok) table = nullptr;
     return true;
   });

@@ -232,6 +232,33 @@ TEST_F(DamagedObjectData, RealThatIsNotANumberAndRecordOfAMissingTable) {
   EXPECT_EQ(store_->DamagedRecordCount(b_), 1u);
 }
 
+// The quick scan behind RecordTableNames and DamagedRecordCount judges every record as the
+// full read behind Records does.
+TEST_F(DamagedObjectData, QuickScanAgreesWithTheFullRead) {
+  Build([](Document&, RecordId, RecordId) {});
+  std::string roads = dxf::FormatHandle(doc_->store().at(DefinitionOf(*doc_, "Roads")).handle);
+  using Case = std::pair<dxf::Tags, size_t>;  // data tags, readable records
+  const std::vector<Case> cases = {
+      {{{1, kRecordsMarker}, {70, "1"}, {340, roads}, {90, "1"}, {1, "a"}, {20, "junk"}, {30, "junk"}}, 1},
+      {{{1, kRecordsMarker}, {70, "1"}, {340, roads}, {10, "1"}, {20, "bad"}, {30, "3"}}, 0},
+      {{{1, kRecordsMarker}, {70, "1"}, {340, roads}, {10, "1"}, {20, "2"}, {30, "bad"}}, 0},
+      {{{1, kRecordsMarker}, {70, "1"}, {340, roads}, {10, "1"}, {30, "bad"}, {340, roads}}, 2},
+      {{{1, kRecordsMarker}, {70, "1"}, {340, roads}, {1, "t"}, {3, "12x"}, {300, "y"}, {340, "0"}}, 1},
+      {{{1, kRecordsMarker}, {340, roads}, {90, " 5 "}, {40, "+1e3"}}, 1},
+      {{{1, kRecordsMarker}, {70, "x"}, {340, roads}}, 0},
+      {{}, 0},
+  };
+  for (size_t k = 0; k < cases.size(); ++k) {
+    model::SetXRecordData(*doc_, RecordsOf(*doc_, a_), cases[k].first);
+    EXPECT_EQ(store_->Records(a_).size(), cases[k].second) << "case " << k;
+    EXPECT_EQ(store_->RecordTableNames(a_).size(), cases[k].second) << "case " << k;
+    size_t stored = 0;
+    for (const dxf::Tag& t : cases[k].first) stored += t.code == 340;
+    size_t damaged = k + 1 == cases.size() ? 1 : stored - cases[k].second;
+    EXPECT_EQ(store_->DamagedRecordCount(a_), damaged) << "case " << k;
+  }
+}
+
 TEST_F(DamagedObjectData, ReportIsBoundedOnDrawingsWithManyDamagedEntities) {
   Build([](Document& doc, RecordId a, RecordId b) {
     SetTag(doc, RecordsOf(doc, a), 70, 0, "7");
