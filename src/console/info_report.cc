@@ -84,6 +84,7 @@ std::string InfoReport(const model::Document& doc) {
     }
   }
   for (const auto& w : doc.warnings()) out << "Warning:     " << w << "\n";
+  for (const auto& w : od.DamageReport()) out << "Warning:     " << w << "\n";
   return out.str();
 }
 

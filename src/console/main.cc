@@ -60,7 +60,7 @@ int Run(const Options& options) {
       std::fprintf(stderr, "veltor: %s\n", opened.message().c_str());
       return kExitBadDrawing;
     }
-    for (const std::string& w : session.active()->doc->warnings())
+    for (const std::string& w : session.active()->open_warnings)
       std::fprintf(stderr, "veltor: warning: %s\n", w.c_str());
   } else {
     session.NewDocument();

@@ -51,6 +51,10 @@ class ObjectDataContainer {
   virtual std::vector<Record> Records(EntityId entity) const = 0;
   // Only the table names of those records, in the same order (cheaper than Records).
   virtual std::vector<std::string> RecordTableNames(EntityId entity) const = 0;
+  // Records of the entity that the host keeps but cannot read (damaged in the drawing).
+  // Records, RecordTableNames and record indexes leave them out; a command that reads records
+  // says how many it skipped.
+  virtual size_t DamagedRecordCount(EntityId entity) const = 0;
 
   // Attaches a record after the entity's existing records. A record of a table that only an
   // activated attached drawing defines first copies that definition into this drawing.

@@ -67,6 +67,8 @@ constexpr Entry kDialogStrings[] = {
     {900, "Error: %s is not available in this build.\n"},
     {901, "Error: %s failed: %s\n"},
     {902, "Error: %s failed.\n"},
+    {903, "Warning: 1 damaged record skipped (kept in the drawing as it is).\n"},
+    {904, "Warning: %i damaged records skipped (kept in the drawing as they are).\n"},
     {1000, "OK"},
     {1001, "Cancel"},
     {1002, "Object Data"},

@@ -2,7 +2,8 @@
 // are printf formats printed as they stand.
 //
 // Three ranges: 101-180 are the command-line messages of the commands; 900-999 the
-// command-line messages of the module shell itself (a failed or missing command); 1000 and up
+// command-line messages of the module itself (a failed or missing command, damaged records
+// skipped); 1000 and up
 // the titles, labels and texts of dialogs. An id means the same text in every front end, so
 // a translated table replaces texts, never ids.
 #pragma once
@@ -62,6 +63,8 @@ enum StringId : int {
   kStrNotAvailable = 900,            // "Error: %s is not available in this build.\n"
   kStrCommandFailed = 901,           // "Error: %s failed: %s\n" (command, reason)
   kStrCommandFailedUnknown = 902,    // "Error: %s failed.\n"
+  kStrSkippedDamagedRecord = 903,    // "Warning: 1 damaged record skipped ..."
+  kStrSkippedDamagedRecords = 904,   // "Warning: %i damaged records skipped ..."
 
   // --- dialog texts ---
   kStrDialogOk = 1000,               // "OK"

@@ -74,6 +74,7 @@ size_t Walk(Document& doc) {
     if (def.ok()) sum += def->columns.size();
   }
   for (const auto& [name, count] : data.RecordCounts()) sum += name.size() + count;
+  for (const std::string& line : data.DamageReport()) sum += line.size();
 
   for (RecordId id : model::ModelSpaceEntities(doc)) {
     model::EntityProperties p = model::ReadProperties(doc, id);
@@ -86,8 +87,14 @@ size_t Walk(Document& doc) {
       sum += model::EffectiveBlockName(doc, id).size();
       for (const auto& a : model::Attributes(doc, id)) sum += a.tag.size() + a.text.size();
     }
-    sum += data.RecordTableNames(id).size();
-    for (const auto& record : data.Records(id)) sum += record.values.size();
+    // The in-place scan and the full read must agree on which records can be read.
+    std::vector<std::string> names = data.RecordTableNames(id);
+    std::vector<od::OdRecord> records = data.Records(id);
+    if (names.size() != records.size())
+      Fail("RecordTableNames and Records disagree", std::to_string(names.size()) + " vs " +
+                                                      std::to_string(records.size()));
+    sum += names.size() + data.DamagedRecordCount(id);
+    for (const auto& record : records) sum += record.values.size();
   }
   sum += model::PaperSpaceEntities(doc).size();
   return sum;

@@ -66,6 +66,20 @@ def text_of(value, escapes):
     return value
 
 
+# Groups that continue a text, and what comes before their piece.
+CONTINUATIONS = {3: "", 300: "\n", 301: "\r\n", 302: "\r"}
+
+
+def read_text(tags, i, escapes):
+    """Reads a text at tags[i] with its continuation groups; returns (text, next index)."""
+    text = tags[i].value
+    i += 1
+    while i < len(tags) and tags[i].code in CONTINUATIONS:
+        text += CONTINUATIONS[tags[i].code] + tags[i].value
+        i += 1
+    return text_of(text, escapes), i
+
+
 def read_value(tags, i, escapes):
     """Reads one Object Data value at tags[i]; returns ([type, value], next index)."""
     code, value = tags[i].code, tags[i].value
@@ -74,12 +88,8 @@ def read_value(tags, i, escapes):
     if code == 40:
         return [2, float(value)], i + 1
     if code == 1:
-        text = value
-        i += 1
-        while i < len(tags) and tags[i].code == 3:
-            text += tags[i].value
-            i += 1
-        return [3, text_of(text, escapes)], i
+        text, i = read_text(tags, i, escapes)
+        return [3, text], i
     if code == 10:
         if isinstance(value, (tuple, list)) or hasattr(value, "__len__"):
             coords = list(value) + [0.0] * (3 - len(value))
@@ -116,18 +126,23 @@ def read_catalogue(doc, escapes):
         if len(tags) < 4 or tags[0] != (1, "VELTOR_OD_TABLE") or tags[1] != (70, 1):
             problem(where + ": does not start with 1 VELTOR_OD_TABLE, 70 1: %r" % tags[:4])
             continue
-        table = {"name": text_of(tags[2].value, escapes),
-                 "description": text_of(tags[3].value, escapes), "columns": []}
-        i = 4
+        if tags[3].code != 4:
+            problem(where + ": the table name is not followed by a description (group 4)")
+            continue
+        description, i = read_text(tags, 3, escapes)
+        table = {"name": text_of(tags[2].value, escapes), "description": description,
+                 "columns": []}
         try:
             while i < len(tags):
-                if tags[i].code != 2 or tags[i + 1].code != 4 or tags[i + 2].code != 70:
-                    raise ValueError("column %d does not start with groups 2, 4, 70"
+                if tags[i].code != 2 or tags[i + 1].code != 4:
+                    raise ValueError("column %d does not start with groups 2, 4"
                                      % len(table["columns"]))
-                column = {"name": text_of(tags[i].value, escapes),
-                          "description": text_of(tags[i + 1].value, escapes),
-                          "type": int(tags[i + 2].value)}
-                column["default"], i = read_value(tags, i + 3, escapes)
+                name = text_of(tags[i].value, escapes)
+                description, i = read_text(tags, i + 1, escapes)
+                if tags[i].code != 70:
+                    raise ValueError("column %r has no type (group 70)" % name)
+                column = {"name": name, "description": description, "type": int(tags[i].value)}
+                column["default"], i = read_value(tags, i + 1, escapes)
                 table["columns"].append(column)
         except (ValueError, IndexError) as e:
             problem(where + ": " + str(e))

@@ -78,6 +78,31 @@ INSTANTIATE_TEST_SUITE_P(
       return std::to_string(std::get<0>(p.param)) + "_" + std::get<1>(p.param);
     });
 
+// --- text as typed ---
+
+// Text a user may type or import: ezdxf must read it back exactly, by the reading rule of
+// docs/object-data-format.md (from R2007 the text as it stands, only line breaks joined;
+// before R2007 \U+XXXX escapes resolved).
+class TypedTextEzdxf : public ::testing::TestWithParam<std::string> {};
+
+TEST_P(TypedTextEzdxf, ReadsBackWhatWasTyped) {
+  if (!HaveEzdxf()) GTEST_SKIP() << "/usr/bin/python3 cannot import ezdxf";
+  ScratchDir dir;
+  ASSERT_FALSE(dir.path().empty());
+  auto doc = model::Document::NewBlank(GetParam());
+  Expectations expected;
+  Status added = AddTypedTextObjectData(*doc, expected);
+  ASSERT_TRUE(added.ok()) << added.message();
+  expected.ours = dir.File("typed.dxf");
+  Status saved = doc->Save(expected.ours);
+  ASSERT_TRUE(saved.ok()) << saved.message();
+  ExpectCheckerPasses(expected, dir);
+}
+
+INSTANTIATE_TEST_SUITE_P(Versions, TypedTextEzdxf,
+                         ::testing::Values(std::string("AC1032"), std::string("AC1021"),
+                                           std::string("AC1015")));
+
 // --- real files with Object Data added ---
 
 std::vector<ManifestRow> FilesThatCanHoldObjectData() {

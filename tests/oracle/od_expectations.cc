@@ -191,4 +191,28 @@ Status AddSampleObjectData(model::Document& doc, std::vector<TableDef>& tables,
   return Status::Ok();
 }
 
+Status AddTypedTextObjectData(model::Document& doc, Expectations& expected) {
+  objectdata::ObjectDataStore store(doc);
+  TableDef notes;
+  notes.name = "Notes";
+  notes.description = "what people wrote\nabout things";
+  notes.columns = {Column("Text", ColumnType::kCharacter, "free text", FieldValue::Text("tab\tdefault"))};
+  if (Status s = store.CreateTable(notes); !s.ok()) return s.Wrap("creating Notes");
+  expected.mode = "generated";
+  expected.version = doc.version();
+  expected.tables = {notes};
+  for (const std::string& text : {std::string("\ttab\there\t"), std::string("\\U+0041"),
+                                  std::string("Ελληνικά 中文 Кириллица"),
+                                  std::string("first line\nsecond line"),
+                                  std::string("crlf\r\nnext \\ back\rlast")}) {
+    model::RecordId point = model::AddModelSpaceEntity(
+        doc, "POINT", "0", {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
+    OdRecord record{"Notes", {FieldValue::Text(text)}};
+    if (Status s = store.AddRecord(point, record); !s.ok()) return s.Wrap("adding a record");
+    expected.entities.push_back({doc.store().at(point).handle, {record}});
+  }
+  expected.record_counts = {{"Notes", expected.entities.size()}};
+  return Status::Ok();
+}
+
 }  // namespace veltor::oracle

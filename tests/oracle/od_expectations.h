@@ -44,4 +44,10 @@ std::vector<objectdata::TableDef> SampleTables();
 Status AddSampleObjectData(model::Document& doc, std::vector<objectdata::TableDef>& tables,
                            std::vector<EntityRecords>& written);
 
+// Adds table Notes (a Character column; the description holds a line break) and one point
+// per tricky text a user may type — a tab, a literal "\U+0041", non-Latin scripts, LF, CR LF
+// and CR line breaks, a backslash — each with a record of that text. Fills `expected`
+// (generated mode) with all of it.
+Status AddTypedTextObjectData(model::Document& doc, Expectations& expected);
+
 }  // namespace veltor::oracle

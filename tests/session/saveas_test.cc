@@ -114,7 +114,7 @@ TEST_F(SaveAsTest, R12ConvertedUpThenTakesObjectData) {
   ClearOut();
   Answer({"New", "Wells", "", "DEPTH", "Real", "", "", ""});
   session_.Execute("ODTABLE");
-  EXPECT_NE(out().find("Table Wells defined with 1 columns."), std::string::npos) << out();
+  EXPECT_NE(out().find("Table Wells defined with 1 column."), std::string::npos) << out();
   ClearOut();
   Answer({"Wells", "ALL", "", "7.5"});
   session_.Execute("ODATTACH");

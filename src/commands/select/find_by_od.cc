@@ -2,6 +2,7 @@
 
 #include <set>
 
+#include "commands/select/skipped_records.h"
 #include "od/catalogue.h"
 #include "od/gathering.h"
 
@@ -37,6 +38,7 @@ od::EntityList FindEntitiesByOd(od::Host& host, int mode) {
     return kept;
   }
   const od::ObjectDataContainer& container = (*project)->Container();
+  WarnSkippedRecords(host, gathered.entities);
   for (od::EntityId entity : gathered.entities) {
     bool keep = false;
     switch (mode) {

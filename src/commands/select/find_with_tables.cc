@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "commands/select/query_memory.h"
+#include "commands/select/skipped_records.h"
 #include "od/catalogue.h"
 #include "od/format.h"
 #include "od/gathering.h"
@@ -29,6 +30,7 @@ od::EntityList FilterByTables(od::Host& host, const std::vector<std::string>& ta
       if (std::find(tables.begin(), tables.end(), name) != tables.end()) ++c;
     if (keep(c, names.size())) kept.push_back(entity);
   }
+  WarnSkippedRecords(host, gathered.entities);
   return kept;
 }
 

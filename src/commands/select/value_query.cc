@@ -4,6 +4,7 @@
 
 #include "commands/select/value_matcher.h"
 #include "commands/select/query_memory.h"
+#include "commands/select/skipped_records.h"
 #include "od/catalogue.h"
 #include "od/gathering.h"
 
@@ -96,6 +97,7 @@ void HasSpecificValues(od::CommandContext& context) {
     if (db) od::FilterUsable(*db, entities);
     if (entities.empty()) return;
   }
+  WarnSkippedRecords(host, entities);
   KeepMatching(container, dialog.selected_tables(), dialog.conditions(), memory.values.extended, entities);
   od::SetPickfirst(host, entities);
   od::ReportSelected(host, entities.size());

@@ -124,6 +124,21 @@ std::string Convert(iconv_t cd, std::string_view in, bool& ok) {
 
 }  // namespace
 
+std::string RepairUtf8(std::string_view raw) {
+  std::string valid;
+  valid.reserve(raw.size());
+  for (size_t i = 0; i < raw.size();) {
+    uint32_t cp;
+    size_t n = NextUtf8(raw, i, cp);
+    if (cp == 0xFFFD && n == 1)
+      AppendUtf8(0xFFFD, valid);
+    else
+      valid.append(raw.substr(i, n));
+    i += n;
+  }
+  return valid;
+}
+
 std::string CharsetForCodePage(std::string_view page) {
   std::string upper;
   for (char c : page) upper += static_cast<char>(std::toupper(static_cast<unsigned char>(c)));
@@ -167,21 +182,8 @@ TextCodec::~TextCodec() {
 
 std::string TextCodec::Decode(std::string_view raw) const {
   if (IsPlainAscii(raw)) return std::string(raw);
-  if (utf8_) {
-    // Repair invalid sequences so that callers always get valid UTF-8.
-    std::string valid;
-    valid.reserve(raw.size());
-    for (size_t i = 0; i < raw.size();) {
-      uint32_t cp;
-      size_t n = NextUtf8(raw, i, cp);
-      if (cp == 0xFFFD && n == 1)
-        AppendUtf8(0xFFFD, valid);
-      else
-        valid.append(raw.substr(i, n));
-      i += n;
-    }
-    return ResolveEscapes(valid);
-  }
+  // Repair invalid sequences so that callers always get valid UTF-8.
+  if (utf8_) return ResolveEscapes(RepairUtf8(raw));
   bool ok;
   std::string converted = Convert(to_utf8_, raw, ok);
   if (!ok) {

@@ -1,6 +1,10 @@
 #include "drawing/objectdata/od_format.h"
 
+#include <charconv>
+#include <climits>
+
 #include "drawing/dxf/binary_values.h"
+#include "drawing/dxf/encoding.h"
 #include "od/text.h"
 #include "od/value.h"
 
@@ -30,7 +34,79 @@ size_t CharLength(std::string_view s, size_t i, bool utf8, bool double_byte) {
   return std::min(n, s.size() - i);
 }
 
+// Appends `raw` file text as pieces of at most kTextChunk bytes: the first in group `code`,
+// the rest in group kTextMore.
+void AppendChunks(const model::Document& doc, int code, std::string_view raw, Tags& out) {
+  bool utf8 = doc.codec().utf8();
+  bool double_byte = !utf8 && IsDoubleByteCharset(doc.codec().charset());
+  size_t start = 0;
+  do {
+    size_t end = start;
+    while (end < raw.size()) {
+      size_t n = CharLength(raw, end, utf8, double_byte);
+      if (end + n - start > kTextChunk) break;
+      end += n;
+    }
+    out.push_back({code, std::string(raw.substr(start, end - start))});
+    code = kTextMore;
+    start = end;
+  } while (start < raw.size());
+}
+
+bool IsTextContinuation(int code) {
+  return code == kTextMore || code == kTextAfterLf || code == kTextAfterCrLf || code == kTextAfterCr;
+}
+
 }  // namespace
+
+std::string EncodeName(const model::Document& doc, const std::string& name) {
+  return doc.codec().utf8() ? name : doc.Encode(name);
+}
+
+std::string DecodeName(const model::Document& doc, std::string_view raw) {
+  return doc.codec().utf8() ? dxf::RepairUtf8(raw) : doc.Decode(raw);
+}
+
+void AppendTextTags(const model::Document& doc, int first_code, const std::string& text, Tags& out) {
+  if (!doc.codec().utf8()) return AppendChunks(doc, first_code, doc.Encode(text), out);
+  // UTF-8 is written as it stands, so other readers get the text as typed; only a line
+  // break cannot be on a DXF line, so each line after one starts a group naming the break.
+  int code = first_code;
+  size_t start = 0;
+  for (;;) {
+    size_t end = text.find_first_of("\r\n", start);
+    AppendChunks(doc, code, std::string_view(text).substr(start, end == std::string::npos
+                                                                     ? std::string::npos
+                                                                     : end - start),
+                 out);
+    if (end == std::string::npos) return;
+    if (text[end] == '\n') {
+      code = kTextAfterLf;
+      start = end + 1;
+    } else if (end + 1 < text.size() && text[end + 1] == '\n') {
+      code = kTextAfterCrLf;
+      start = end + 2;
+    } else {
+      code = kTextAfterCr;
+      start = end + 1;
+    }
+  }
+}
+
+std::string ReadTextTags(const model::Document& doc, const Tags& tags, size_t& i) {
+  std::string raw = tags[i++].value;
+  while (i < tags.size() && IsTextContinuation(tags[i].code)) {
+    switch (tags[i].code) {
+      case kTextAfterLf: raw += '\n'; break;
+      case kTextAfterCrLf: raw += "\r\n"; break;
+      case kTextAfterCr: raw += '\r'; break;
+      default: break;
+    }
+    raw += tags[i++].value;
+  }
+  // Before R2007 escapes stand for characters; from R2007 the text is what was typed.
+  return doc.codec().utf8() ? dxf::RepairUtf8(raw) : doc.Decode(raw);
+}
 
 void AppendValueTags(const model::Document& doc, const FieldValue& value, Tags& out) {
   switch (value.type) {
@@ -45,99 +121,133 @@ void AppendValueTags(const model::Document& doc, const FieldValue& value, Tags& 
       out.push_back({20, dxf::FormatDouble(value.y)});
       out.push_back({30, dxf::FormatDouble(value.z)});
       return;
-    case ColumnType::kCharacter: {
-      std::string raw = doc.Encode(value.text);
-      bool utf8 = doc.codec().utf8();
-      bool double_byte = !utf8 && IsDoubleByteCharset(doc.codec().charset());
-      size_t start = 0;
-      int code = 1;
-      do {
-        size_t end = start;
-        while (end < raw.size()) {
-          size_t n = CharLength(raw, end, utf8, double_byte);
-          if (end + n - start > kTextChunk) break;
-          end += n;
-        }
-        out.push_back({code, raw.substr(start, end - start)});
-        code = 3;
-        start = end;
-      } while (start < raw.size());
+    case ColumnType::kCharacter:
+      AppendTextTags(doc, 1, value.text, out);
       return;
-    }
   }
 }
 
-bool ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i, FieldValue& out) {
-  if (i >= tags.size()) return false;
+namespace {
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == '\t')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == ' ' || text.back() == '\t' || text.back() == '\r'))
+    text.remove_suffix(1);
+  if (text.size() > 1 && text[0] == '+' && text[1] != '-' && text[1] != '+') text.remove_prefix(1);
+  return text;
+}
+
+}  // namespace
+
+bool ParseWholeInt32(std::string_view text, int32_t& out) {
+  text = Trimmed(text);
+  long long value = 0;
+  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+  if (error != std::errc() || end != text.data() + text.size() || text.empty()) return false;
+  if (value < INT32_MIN || value > INT32_MAX) return false;
+  out = static_cast<int32_t>(value);
+  return true;
+}
+
+bool ParseWholeDouble(std::string_view text, double& out) {
+  text = Trimmed(text);
+  auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), out);
+  return error == std::errc() && end == text.data() + text.size() && !text.empty();
+}
+
+ValueRead ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i, FieldValue& out,
+                        std::string& why) {
+  if (i >= tags.size()) return ValueRead::kNoValue;
   const Tag& t = tags[i];
+  auto not_a_number = [&](const Tag& bad, const char* kind) {
+    why = "group " + std::to_string(bad.code) + " holds '" + bad.value + "', which is not " + kind;
+    return ValueRead::kDamaged;
+  };
   switch (t.code) {
-    case 90:
-      out = FieldValue::Integer(static_cast<int32_t>(model::ParseInt(t.value)));
+    case 90: {
+      int32_t v = 0;
+      if (!ParseWholeInt32(t.value, v)) return not_a_number(t, "a 32-bit whole number");
+      out = FieldValue::Integer(v);
       ++i;
-      return true;
-    case 40:
-      out = FieldValue::Real(model::ParseDouble(t.value));
+      return ValueRead::kValue;
+    }
+    case 40: {
+      double v = 0;
+      if (!ParseWholeDouble(t.value, v)) return not_a_number(t, "a number");
+      out = FieldValue::Real(v);
       ++i;
-      return true;
+      return ValueRead::kValue;
+    }
     case 10: {
-      double x = model::ParseDouble(t.value), y = 0, z = 0;
-      ++i;
-      if (i < tags.size() && tags[i].code == 20) y = model::ParseDouble(tags[i++].value);
-      if (i < tags.size() && tags[i].code == 30) z = model::ParseDouble(tags[i++].value);
-      out = FieldValue::Point(x, y, z);
-      return true;
+      double xyz[3] = {0, 0, 0};
+      for (int axis = 0; axis < 3 && i < tags.size() && tags[i].code == 10 + 10 * axis; ++axis)
+        if (!ParseWholeDouble(tags[i++].value, xyz[axis])) return not_a_number(tags[i - 1], "a number");
+      out = FieldValue::Point(xyz[0], xyz[1], xyz[2]);
+      return ValueRead::kValue;
     }
-    case 1: {
-      std::string raw = t.value;
-      ++i;
-      while (i < tags.size() && tags[i].code == 3) raw += tags[i++].value;
-      out = FieldValue::Text(doc.Decode(raw));
-      return true;
-    }
+    case 1:
+      out = FieldValue::Text(ReadTextTags(doc, tags, i));
+      return ValueRead::kValue;
     default:
-      return false;
+      return ValueRead::kNoValue;
   }
 }
 
 Tags TableDefTags(const model::Document& doc, const TableDef& def) {
-  Tags tags{{1, kTableMarker},
-            {70, std::to_string(kFormatVersion)},
-            {2, doc.Encode(def.name)},
-            {4, doc.Encode(def.description)}};
+  Tags tags{{1, kTableMarker}, {70, std::to_string(kFormatVersion)}, {2, EncodeName(doc, def.name)}};
+  AppendTextTags(doc, 4, def.description, tags);
   for (const ColumnDef& c : def.columns) {
-    tags.push_back({2, doc.Encode(c.name)});
-    tags.push_back({4, doc.Encode(c.description)});
+    tags.push_back({2, EncodeName(doc, c.name)});
+    AppendTextTags(doc, 4, c.description, tags);
     tags.push_back({70, std::to_string(static_cast<int>(c.type))});
     AppendValueTags(doc, ConvertValue(c.default_value, c.type), tags);
   }
   return tags;
 }
 
-bool ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out) {
-  if (data.size() < 4 || data[0].code != 1 || data[0].value != kTableMarker) return false;
-  size_t i = 1;
-  if (data[i].code == 70) ++i;
-  if (i >= data.size() || data[i].code != 2) return false;
+Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out) {
   out = TableDef();
-  out.name = doc.Decode(data[i++].value);
-  if (i < data.size() && data[i].code == 4) out.description = doc.Decode(data[i++].value);
+  // The name is read first, so that a definition damaged elsewhere still says whose it is.
+  size_t i = 0;
+  if (i < data.size() && data[i].code == 1) ++i;
+  size_t version_at = i < data.size() && data[i].code == 70 ? i++ : data.size();
+  if (i < data.size() && data[i].code == 2) out.name = DecodeName(doc, data[i].value);
+  if (data.empty() || data[0].code != 1 || data[0].value != kTableMarker)
+    return Status::Error("it does not start with the marker " + std::string(kTableMarker));
+  if (version_at < data.size()) {
+    int32_t version = 0;
+    if (!ParseWholeInt32(data[version_at].value, version) || version != kFormatVersion)
+      return Status::Error("format version '" + data[version_at].value +
+                           "' is not known (this program reads " + std::to_string(kFormatVersion) + ")");
+  }
+  if (i >= data.size() || data[i].code != 2) return Status::Error("it holds no table name");
+  ++i;
+  if (i < data.size() && data[i].code == 4) out.description = ReadTextTags(doc, data, i);
   while (i < data.size()) {
-    if (data[i].code != 2) return false;
+    std::string where = "column " + std::to_string(out.columns.size() + 1);
+    if (data[i].code != 2)
+      return Status::Error(where + ": group " + std::to_string(data[i].code) +
+                           " where the column name (group 2) belongs");
     ColumnDef column;
-    column.name = doc.Decode(data[i++].value);
-    if (i < data.size() && data[i].code == 4) column.description = doc.Decode(data[i++].value);
-    if (i >= data.size() || data[i].code != 70) return false;
-    long long type = model::ParseInt(data[i++].value);
-    if (type < 1 || type > 4) return false;
+    column.name = DecodeName(doc, data[i++].value);
+    where = "column '" + column.name + "'";
+    if (i < data.size() && data[i].code == 4) column.description = ReadTextTags(doc, data, i);
+    if (i >= data.size() || data[i].code != 70) return Status::Error(where + ": it has no type");
+    int32_t type = 0;
+    if (!ParseWholeInt32(data[i].value, type) || type < 1 || type > 4)
+      return Status::Error(where + ": type '" + data[i].value + "' is not known");
+    ++i;
     column.type = static_cast<ColumnType>(type);
     FieldValue def;
-    if (ReadValueTags(doc, data, i, def))
-      column.default_value = ConvertValue(def, column.type);
-    else
-      column.default_value = FieldValue::Zero(column.type);
+    std::string why;
+    switch (ReadValueTags(doc, data, i, def, why)) {
+      case ValueRead::kValue: column.default_value = ConvertValue(def, column.type); break;
+      case ValueRead::kNoValue: column.default_value = FieldValue::Zero(column.type); break;
+      case ValueRead::kDamaged: return Status::Error(where + ": default value: " + why);
+    }
     out.columns.push_back(std::move(column));
   }
-  return true;
+  return Status::Ok();
 }
 
 FieldValue ConvertValue(const FieldValue& value, ColumnType to) {

@@ -21,8 +21,25 @@ namespace {
 Status CheckName(const std::string& name, const char* what) {
   if (name.empty()) return Status::Error(std::string(what) + " name is empty");
   for (unsigned char c : name)
-    if (c < 32) return Status::Error(std::string(what) + " name '" + name + "' holds a control character");
+    if (c < 32 || c == 127)
+      return Status::Error(std::string(what) + " name '" + name + "' holds a control character");
   return Status::Ok();
+}
+
+std::string Count(size_t n, const char* singular, const char* plural) {
+  return std::to_string(n) + " " + (n == 1 ? singular : plural);
+}
+
+// Text is written to DXF lines and NUL-terminated binary strings: a NUL cannot be kept.
+Status CheckText(const std::string& text, const std::string& where) {
+  if (text.find('\0') == std::string::npos) return Status::Ok();
+  return Status::Error(where + ": the text holds a NUL character, which a DXF file cannot hold");
+}
+
+Status CheckColumnTexts(const std::string& table, const ColumnDef& c) {
+  std::string where = "table '" + table + "': column '" + c.name + "'";
+  if (Status s = CheckText(c.description, where); !s.ok()) return s;
+  return CheckText(ConvertValue(c.default_value, c.type).text, where);
 }
 
 }  // namespace
@@ -62,14 +79,31 @@ const std::vector<ObjectDataStore::TableEntry>& ObjectDataStore::Catalogue() con
                             !doc_.store().at(catalogue_dictionary_).erased))
     return catalogue_;
   catalogue_.clear();
+  damaged_tables_.clear();
   RecordId dict = CatalogueDictionary();
   catalogue_dictionary_ = dict;
   if (dict != kNoRecord) {
     for (const auto& entry : model::DictionaryEntries(doc_, dict)) {
       RecordId xrec = doc_.Find(entry.handle);
-      if (xrec == kNoRecord || doc_.TypeOf(xrec) != "XRECORD") continue;
+      if (xrec == kNoRecord) {
+        damaged_tables_.push_back({entry.handle, "", "the definition object does not exist"});
+        continue;
+      }
+      if (doc_.TypeOf(xrec) != "XRECORD") {
+        std::string what = "it is a " + doc_.TypeOf(xrec) + ", not an XRECORD";
+        damaged_tables_.push_back({entry.handle, "", what});
+        continue;
+      }
       TableDef def;
-      if (!ParseTableDef(doc_, model::XRecordData(doc_, xrec), def)) continue;
+      Status parsed = ParseTableDef(doc_, model::XRecordData(doc_, xrec), def);
+      for (const TableEntry& earlier : catalogue_)
+        if (parsed.ok() && earlier.name == def.name)
+          parsed = Status::Error("the name is already used by the table defined in " +
+                                 dxf::FormatHandle(earlier.handle));
+      if (!parsed.ok()) {
+        damaged_tables_.push_back({entry.handle, def.name, parsed.message()});
+        continue;
+      }
       catalogue_.push_back(TableEntry{def.name, def, entry.handle, xrec});
     }
   }
@@ -97,6 +131,21 @@ std::vector<std::string> ObjectDataStore::TableNames() const {
 
 bool ObjectDataStore::HasTable(const std::string& name) const { return FindEntry(name) != nullptr; }
 
+std::vector<ObjectDataStore::DamagedTable> ObjectDataStore::DamagedTables() const {
+  Catalogue();
+  return damaged_tables_;
+}
+
+Status ObjectDataStore::CheckNameFree(const std::string& name) const {
+  if (Status s = CheckName(name, "table"); !s.ok()) return s;
+  if (HasTable(name)) return Status::Error("table '" + name + "' already exists");
+  for (const DamagedTable& d : DamagedTables())
+    if (d.name == name)
+      return Status::Error("table '" + name + "' already exists (its definition " +
+                           dxf::FormatHandle(d.handle) + " cannot be read and is kept as it is)");
+  return Status::Ok();
+}
+
 Result<TableDef> ObjectDataStore::GetTable(const std::string& name) const {
   const TableEntry* entry = FindEntry(name);
   if (!entry) return Status::Error("table '" + name + "' does not exist");
@@ -106,8 +155,7 @@ Result<TableDef> ObjectDataStore::GetTable(const std::string& name) const {
 Status ObjectDataStore::CreateTable(const TableDef& def) {
   Status ok = CanWrite();
   if (!ok.ok()) return ok;
-  if (Status s = CheckName(def.name, "table"); !s.ok()) return s;
-  if (HasTable(def.name)) return Status::Error("table '" + def.name + "' already exists");
+  if (Status s = CheckNameFree(def.name); !s.ok()) return s;
   std::set<std::string> seen;
   for (const ColumnDef& c : def.columns) {
     if (Status s = CheckName(c.name, "column"); !s.ok()) return s.Wrap("table '" + def.name + "'");
@@ -116,7 +164,9 @@ Status ObjectDataStore::CreateTable(const TableDef& def) {
     int type = static_cast<int>(c.type);
     if (type < 1 || type > 4)
       return Status::Error("table '" + def.name + "': column '" + c.name + "' has no valid type");
+    if (Status s = CheckColumnTexts(def.name, c); !s.ok()) return s;
   }
+  if (Status s = CheckText(def.description, "table '" + def.name + "'"); !s.ok()) return s;
   RecordId dict = CatalogueDictionary();
   if (dict == kNoRecord) {
     RecordId root = model::NamedObjectDictionary(doc_);
@@ -141,16 +191,21 @@ Status ObjectDataStore::DeleteTable(const std::string& name) {
   const TableEntry* found = FindEntry(name);
   if (!found) return Status::Error("table '" + name + "' does not exist");
   TableEntry entry = *found;
+  if (Status s = CheckNoDamagedRecordsOf(entry, "deleted"); !s.ok()) return s;
   // Records of the table go first, so no record is left pointing at a missing table.
   const dxf::RecordStore& s = doc_.store();
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
     if (s.at(id).xdict == 0) continue;
-    std::vector<StoredRecord> records = ReadStored(id);
+    StoredRecords stored = ReadStored(id);
+    if (!stored.damage.empty()) continue;
+    std::vector<StoredRecord>& records = stored.records;
     size_t before = records.size();
     records.erase(std::remove_if(records.begin(), records.end(),
-                                 [&](const StoredRecord& r) { return r.table == entry.handle; }),
+                                 [&](const StoredRecord& r) {
+                                   return r.damage.empty() && r.table == entry.handle;
+                                 }),
                   records.end());
-    if (records.size() != before) WriteStored(id, records);
+    if (records.size() != before) WriteStored(id, stored);
   }
   RecordId dict = CatalogueDictionary();
   model::RemoveDictionaryEntry(doc_, dict, "T" + dxf::FormatHandle(entry.handle));
@@ -162,9 +217,8 @@ Status ObjectDataStore::DeleteTable(const std::string& name) {
 Status ObjectDataStore::RenameTable(const std::string& name, const std::string& new_name) {
   const TableEntry* entry = FindEntry(name);
   if (!entry) return Status::Error("table '" + name + "' does not exist");
-  if (Status s = CheckName(new_name, "table"); !s.ok()) return s;
-  if (name == new_name) return Status::Ok();
-  if (HasTable(new_name)) return Status::Error("table '" + new_name + "' already exists");
+  if (name == new_name) return CheckName(new_name, "table");
+  if (Status s = CheckNameFree(new_name); !s.ok()) return s;
   auto def = GetTable(name);
   if (!def.ok()) return def.status();
   def->name = new_name;
@@ -176,14 +230,15 @@ void ObjectDataStore::EditRecordsOf(Handle handle, Edit edit) {
   const dxf::RecordStore& s = doc_.store();
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
     if (s.at(id).xdict == 0 || s.at(id).erased) continue;
-    std::vector<StoredRecord> records = ReadStored(id);
+    StoredRecords stored = ReadStored(id);
+    if (!stored.damage.empty()) continue;  // never rewritten
     bool changed = false;
-    for (StoredRecord& r : records)
-      if (r.table == handle) {
+    for (StoredRecord& r : stored.records)
+      if (r.damage.empty() && r.table == handle) {
         edit(r.values);
         changed = true;
       }
-    if (changed) WriteStored(id, records);
+    if (changed) WriteStored(id, stored);
   }
 }
 
@@ -194,6 +249,7 @@ Status ObjectDataStore::AddColumn(const std::string& table, const ColumnDef& col
   for (const ColumnDef& c : def->columns)
     if (c.name == column.name)
       return Status::Error("table '" + table + "': column '" + column.name + "' already exists");
+  if (Status s = CheckColumnTexts(table, column); !s.ok()) return s;
   ColumnDef added = column;
   added.default_value = ConvertValue(column.default_value, column.type);
   Handle handle = FindEntry(table)->handle;
@@ -214,6 +270,7 @@ Status ObjectDataStore::RemoveColumn(const std::string& table, const std::string
   while (index < def->columns.size() && def->columns[index].name != column) ++index;
   if (index == def->columns.size())
     return Status::Error("table '" + table + "': column '" + column + "' does not exist");
+  if (Status s = CheckNoDamagedRecordsOf(*FindEntry(table), "changed"); !s.ok()) return s;
   Handle handle = FindEntry(table)->handle;
   def->columns.erase(def->columns.begin() + static_cast<long>(index));
   Status written = WriteTable(*FindEntry(table), *def);
@@ -279,36 +336,80 @@ RecordId ObjectDataStore::RecordsXRecord(RecordId entity) const {
   return found == 0 ? kNoRecord : doc_.Find(found);
 }
 
-std::vector<ObjectDataStore::StoredRecord> ObjectDataStore::ReadStored(RecordId entity) const {
-  std::vector<StoredRecord> out;
+size_t ObjectDataStore::StoredRecords::DamagedCount() const {
+  size_t n = 0;
+  for (const StoredRecord& r : records)
+    if (!r.damage.empty()) ++n;
+  return n;
+}
+
+size_t ObjectDataStore::StoredRecords::Position(size_t index) const {
+  for (size_t i = 0; i < records.size(); ++i)
+    if (records[i].damage.empty() && index-- == 0) return i;
+  return records.size();
+}
+
+ObjectDataStore::StoredRecords ObjectDataStore::ReadStored(RecordId entity) const {
+  StoredRecords out;
   RecordId xrec = RecordsXRecord(entity);
   if (xrec == kNoRecord) return out;
   Tags data = model::XRecordData(doc_, xrec);
-  if (data.empty() || data[0].code != 1 || data[0].value != kRecordsMarker) return out;
-  size_t i = 1;
-  if (i < data.size() && data[i].code == 70) ++i;
+  size_t i = 0;
+  if (data.empty() || data[0].code != 1 || data[0].value != kRecordsMarker) {
+    out.damage = "it does not start with the marker " + std::string(kRecordsMarker);
+  } else {
+    i = 1;
+    int32_t version = 0;
+    if (i < data.size() && data[i].code == 70) {
+      if (!ParseWholeInt32(data[i].value, version) || version != kFormatVersion)
+        out.damage = "format version '" + data[i].value + "' is not known";
+      ++i;
+    }
+  }
   while (i < data.size()) {
     if (data[i].code != 340) {
       ++i;  // unknown tag from a newer writer: skip it
       continue;
     }
+    size_t start = i;
     StoredRecord record;
-    dxf::ParseHandle(data[i++].value, record.table);
-    FieldValue value;
+    if (!dxf::ParseHandle(data[i].value, record.table) || record.table == 0)
+      record.damage = "group 340 holds '" + data[i].value + "', which is not a handle";
+    ++i;
     while (i < data.size() && data[i].code != 340) {
-      if (ReadValueTags(doc_, data, i, value))
-        record.values.push_back(value);
-      else
-        ++i;
+      size_t before = i;
+      FieldValue value;
+      std::string why;
+      switch (ReadValueTags(doc_, data, i, value, why)) {
+        case ValueRead::kValue: record.values.push_back(std::move(value)); break;
+        case ValueRead::kNoValue: break;
+        case ValueRead::kDamaged:
+          if (record.damage.empty())
+            record.damage = "value " + std::to_string(record.values.size() + 1) + ": " + why;
+          break;
+      }
+      if (i == before) ++i;
     }
-    out.push_back(std::move(record));
+    if (record.damage.empty() && !out.damage.empty()) record.damage = out.damage;
+    if (record.damage.empty() && !FindEntry(record.table)) {
+      record.damage = "its table (definition " + dxf::FormatHandle(record.table) + ") does not exist";
+      for (const DamagedTable& d : damaged_tables_)
+        if (d.handle == record.table)
+          record.damage = "the definition of its table" + (d.name.empty() ? "" : " '" + d.name + "'") +
+                          " cannot be read";
+    }
+    if (!record.damage.empty()) record.raw.assign(data.begin() + static_cast<long>(start),
+                                                  data.begin() + static_cast<long>(i));
+    out.records.push_back(std::move(record));
   }
+  // A damaged XRECORD counts at least one damaged record, even when it holds no group 340.
+  if (!out.damage.empty() && out.records.empty()) out.records.push_back({0, {}, out.damage, {}});
   return out;
 }
 
-void ObjectDataStore::WriteStored(RecordId entity, const std::vector<StoredRecord>& records) {
+void ObjectDataStore::WriteStored(RecordId entity, const StoredRecords& stored) {
   RecordId xrec = RecordsXRecord(entity);
-  if (records.empty()) {
+  if (stored.records.empty()) {
     if (xrec != kNoRecord) {
       model::RemoveDictionaryEntry(doc_, model::ExtensionDictionary(doc_, entity), kRecordsKey);
       model::EraseOwnedTree(doc_, xrec);
@@ -316,7 +417,11 @@ void ObjectDataStore::WriteStored(RecordId entity, const std::vector<StoredRecor
     return;
   }
   Tags data{{1, kRecordsMarker}, {70, std::to_string(kFormatVersion)}};
-  for (const StoredRecord& r : records) {
+  for (const StoredRecord& r : stored.records) {
+    if (!r.damage.empty()) {
+      data.insert(data.end(), r.raw.begin(), r.raw.end());
+      continue;
+    }
     data.push_back({340, dxf::FormatHandle(r.table)});
     for (const FieldValue& v : r.values) AppendValueTags(doc_, v, data);
   }
@@ -330,25 +435,58 @@ void ObjectDataStore::WriteStored(RecordId entity, const std::vector<StoredRecor
   model::SetDictionaryEntry(doc_, dict, kRecordsKey, doc_.store().at(xrec).handle);
 }
 
+Status ObjectDataStore::CheckChangeable(RecordId entity, const StoredRecords& stored) const {
+  if (stored.damage.empty()) return Status::Ok();
+  return Status::Error("entity " + dxf::FormatHandle(doc_.store().at(entity).handle) +
+                       ": its Object Data cannot be read (" + stored.damage +
+                       ") and is kept as it is; only removing all its records changes it");
+}
+
+Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const char* change) const {
+  const dxf::RecordStore& s = doc_.store();
+  std::vector<std::string> holders;
+  for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
+    StoredRecords stored = ReadStored(id);
+    for (const StoredRecord& r : stored.records)
+      if (!r.damage.empty() && r.table == table.handle) {
+        holders.push_back(dxf::FormatHandle(s.at(id).handle));
+        break;
+      }
+  }
+  if (holders.empty()) return Status::Ok();
+  std::string list;
+  for (size_t i = 0; i < holders.size() && i < 5; ++i) list += (i ? ", " : "") + holders[i];
+  if (holders.size() > 5) list += ", ...";
+  std::string on = std::to_string(holders.size()) + (holders.size() == 1 ? " entity (" : " entities (");
+  return Status::Error("table '" + table.name + "' cannot be " + change +
+                       ": damaged records of it, kept as they are, are on " + on + list +
+                       "); remove those entities' records first");
+}
+
 Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) const {
   auto def = GetTable(record.table);
   if (!def.ok()) return def.status();
   if (record.values.size() != def->columns.size())
     return Status::Error("table '" + record.table + "' has " +
-                         std::to_string(def->columns.size()) + " columns, the record " +
-                         std::to_string(record.values.size()) + " values");
+                         Count(def->columns.size(), "column", "columns") + ", the record " +
+                         Count(record.values.size(), "value", "values"));
   out.table = FindEntry(record.table)->handle;
   out.values.clear();
-  for (size_t i = 0; i < record.values.size(); ++i)
+  for (size_t i = 0; i < record.values.size(); ++i) {
     out.values.push_back(ConvertValue(record.values[i], def->columns[i].type));
+    Status text = CheckText(out.values.back().text,
+                            "table '" + record.table + "': column '" + def->columns[i].name + "'");
+    if (!text.ok()) return text;
+  }
   return Status::Ok();
 }
 
 std::vector<OdRecord> ObjectDataStore::Records(RecordId entity) const {
   std::vector<OdRecord> out;
-  for (StoredRecord& stored : ReadStored(entity)) {
+  for (StoredRecord& stored : ReadStored(entity).records) {
+    if (!stored.damage.empty()) continue;
     const TableEntry* entry = FindEntry(stored.table);
-    if (!entry) continue;  // a record of a deleted or foreign table
     // The cached definition: copying it per record would dominate a walk of the drawing.
     const std::vector<ColumnDef>& columns = entry->def.columns;
     OdRecord record;
@@ -365,51 +503,166 @@ std::vector<OdRecord> ObjectDataStore::Records(RecordId entity) const {
 
 std::vector<std::string> ObjectDataStore::RecordTableNames(RecordId entity) const {
   std::vector<std::string> names;
+  ScanRecords(entity, &names);
+  return names;
+}
+
+size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* names) const {
   RecordId xrec = RecordsXRecord(entity);
-  if (xrec == kNoRecord) return names;
+  if (xrec == kNoRecord) return 0;
   const std::vector<TableEntry>& catalogue = Catalogue();
+  // Scanned in place, with the same checks as ReadStored: this runs for every entity when a
+  // command walks the drawing.
+  enum class Phase { kHead, kSubclass, kData } phase = Phase::kHead;
+  size_t data_index = 0;
+  bool xrecord_ok = false;
+  const TableEntry* table = nullptr;  // of the record being read, while it is readable
+  bool in_record = false;
+  int next_axis = 0;  // 20 or 30 when a point's next axis may follow
+  size_t records = 0, readable = 0;
+  auto finish_record = [&] {
+    if (in_record && table && xrecord_ok) {
+      ++readable;
+      if (names) names->push_back(table->name);
+    }
+    in_record = false;
+  };
   doc_.store().ForEachTag(xrec, [&](int code, std::string_view value) {
-    if (code != 340) return true;
-    Handle h = 0;
-    dxf::ParseHandle(value, h);
-    for (const TableEntry& e : catalogue)
-      if (e.handle == h) {
-        names.push_back(e.name);
-        break;
-      }
+    if (phase == Phase::kHead) {
+      if (code == 100 && value == "AcDbXrecord") phase = Phase::kSubclass;
+      return true;
+    }
+    if (phase == Phase::kSubclass) {
+      phase = Phase::kData;
+      if (code == 280) return true;
+    }
+    size_t at = data_index++;
+    if (at == 0) {
+      xrecord_ok = code == 1 && value == kRecordsMarker;
+      if (xrecord_ok) return true;
+    }
+    if (at == 1 && code == 70 && xrecord_ok) {
+      int32_t version = 0;
+      xrecord_ok = ParseWholeInt32(value, version) && version == kFormatVersion;
+      return true;
+    }
+    // A point is 10, then 20 right after it, then 30 right after that (as ReadValueTags).
+    int expected_axis = next_axis;
+    next_axis = 0;
+    if (code == 340) {
+      finish_record();
+      ++records;
+      in_record = true;
+      table = nullptr;
+      Handle h = 0;
+      if (dxf::ParseHandle(value, h))
+        for (const TableEntry& e : catalogue)
+          if (e.handle == h) {
+            table = &e;
+            break;
+          }
+      return true;
+    }
+    if (!in_record || !table) return true;
+    int32_t i = 0;
+    double d = 0;
+    bool number_ok = true;
+    if (code == 90) {
+      number_ok = ParseWholeInt32(value, i);
+    } else if (code == 40) {
+      number_ok = ParseWholeDouble(value, d);
+    } else if (code == 10 || (code == expected_axis && code != 0)) {
+      number_ok = ParseWholeDouble(value, d);
+      next_axis = code == 30 ? 0 : code + 10;
+    }
+    if (!number_ok) table = nullptr;
     return true;
   });
-  return names;
+  finish_record();
+  if (!xrecord_ok) {
+    if (names) names->clear();
+    return std::max<size_t>(records, 1);
+  }
+  return records - readable;
 }
 
 Status ObjectDataStore::AddRecord(RecordId entity, const OdRecord& record) {
   if (Status s = CanWrite(); !s.ok()) return s;
   StoredRecord stored;
   if (Status s = CheckRecord(record, stored); !s.ok()) return s;
-  std::vector<StoredRecord> records = ReadStored(entity);
-  records.push_back(std::move(stored));
+  StoredRecords records = ReadStored(entity);
+  if (Status s = CheckChangeable(entity, records); !s.ok()) return s;
+  records.records.push_back(std::move(stored));
   WriteStored(entity, records);
   return Status::Ok();
 }
 
 Status ObjectDataStore::UpdateRecord(RecordId entity, size_t index, const OdRecord& record) {
-  std::vector<StoredRecord> records = ReadStored(entity);
-  if (index >= records.size())
+  StoredRecords records = ReadStored(entity);
+  if (Status s = CheckChangeable(entity, records); !s.ok()) return s;
+  size_t at = records.Position(index);
+  if (at >= records.records.size())
     return Status::Error("the entity has no record " + std::to_string(index + 1));
   StoredRecord stored;
   if (Status s = CheckRecord(record, stored); !s.ok()) return s;
-  records[index] = std::move(stored);
+  records.records[at] = std::move(stored);
   WriteStored(entity, records);
   return Status::Ok();
 }
 
 Status ObjectDataStore::RemoveRecord(RecordId entity, size_t index) {
-  std::vector<StoredRecord> records = ReadStored(entity);
-  if (index >= records.size())
+  StoredRecords records = ReadStored(entity);
+  if (Status s = CheckChangeable(entity, records); !s.ok()) return s;
+  size_t at = records.Position(index);
+  if (at >= records.records.size())
     return Status::Error("the entity has no record " + std::to_string(index + 1));
-  records.erase(records.begin() + static_cast<long>(index));
+  records.records.erase(records.records.begin() + static_cast<long>(at));
   WriteStored(entity, records);
   return Status::Ok();
+}
+
+size_t ObjectDataStore::RemoveAllRecords(RecordId entity) {
+  size_t count = ReadStored(entity).records.size();
+  if (count > 0) WriteStored(entity, StoredRecords());
+  return count;
+}
+
+size_t ObjectDataStore::DamagedRecordCount(RecordId entity) const {
+  if (doc_.store().at(entity).xdict == 0) return 0;
+  return ScanRecords(entity, nullptr);
+}
+
+std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) const {
+  std::vector<std::string> lines;
+  for (const DamagedTable& d : DamagedTables()) {
+    std::string definition = "definition " + dxf::FormatHandle(d.handle);
+    std::string table = d.name.empty() ? definition : "'" + d.name + "' (" + definition + ")";
+    lines.push_back("Object Data table " + table + " cannot be read: " + d.reason +
+                    "; it is kept as it is" + (d.name.empty() ? "" : " and its name stays taken"));
+  }
+  size_t entities = 0;
+  const dxf::RecordStore& s = doc_.store();
+  for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
+    StoredRecords stored = ReadStored(id);
+    size_t damaged = stored.DamagedCount();
+    if (damaged == 0) continue;
+    if (++entities > max_entities) continue;
+    std::string entity = "Object Data of entity " + dxf::FormatHandle(s.at(id).handle);
+    if (!stored.damage.empty()) {
+      lines.push_back(entity + " cannot be read: " + stored.damage + "; it is kept as it is");
+      continue;
+    }
+    size_t first = 0;
+    while (stored.records[first].damage.empty()) ++first;
+    lines.push_back(entity + ": " + Count(damaged, "record", "records") + " cannot be read (record " +
+                    std::to_string(first + 1) + ": " + stored.records[first].damage +
+                    "); kept as " + (damaged == 1 ? "it is" : "they are"));
+  }
+  if (entities > max_entities)
+    lines.push_back("... and " + Count(entities - max_entities, "more entity", "more entities") +
+                    " with Object Data that cannot be read");
+  return lines;
 }
 
 Result<OdRecord> ObjectDataStore::NewRecord(const std::string& table) const {

@@ -3,6 +3,18 @@
 //
 // Table names are case-sensitive ("Roads" and "ROADS" are two tables); records refer to
 // their table by handle, so renaming a table rewrites one object. All text is UTF-8.
+//
+// Damaged Object Data (a definition or a record that does not follow the format: a wrong
+// marker, an unknown version or column type, a number that is not one, a record of a table
+// that does not exist) is never dropped or rewritten:
+// - a table definition that cannot be read is left as it is; it is not listed among the
+//   tables, but its name, when readable, stays taken;
+// - a record that cannot be read is skipped by Records() and RecordTableNames() (indexes
+//   count readable records only) and its tags are written back unchanged when other records
+//   of its entity change;
+// - a records XRECORD without the records marker or of an unknown version is never
+//   rewritten: records cannot be added to, changed on or removed from its entity one by one;
+//   only RemoveAllRecords() takes it away.
 #pragma once
 
 #include <map>
@@ -23,12 +35,29 @@ class ObjectDataStore {
   // through this store (undo, redo, another program's edits reloaded).
   void Refresh() { catalogue_loaded_ = false; }
 
+  struct DamagedTable {
+    model::Handle handle = 0;  // of the definition
+    std::string name;          // empty when unreadable
+    std::string reason;
+  };
+  // Definitions that cannot be read, in catalogue order.
+  std::vector<DamagedTable> DamagedTables() const;
+  // Number of the entity's records that cannot be read.
+  size_t DamagedRecordCount(model::RecordId entity) const;
+  // One line per damaged definition and per entity holding damaged records (at most
+  // `max_entities` entity lines, then one line counting the rest), each saying what is wrong
+  // and that it is kept. Walks the drawing.
+  std::vector<std::string> DamageReport(size_t max_entities = 20) const;
+
   // Ok when the drawing can hold Object Data (R2000 or later with a root dictionary).
   Status CanWrite() const;
 
   // --- tables ---
   std::vector<std::string> TableNames() const;  // in creation order
   bool HasTable(const std::string& name) const;
+  // Ok when a new or renamed table can take `name`: no control character, and no table,
+  // not even one whose definition cannot be read, has it.
+  Status CheckNameFree(const std::string& name) const;
   Result<TableDef> GetTable(const std::string& name) const;
   Status CreateTable(const TableDef& def);
   // Deletes the table and every record of it.
@@ -53,6 +82,8 @@ class ObjectDataStore {
   Status AddRecord(model::RecordId entity, const OdRecord& record);
   Status UpdateRecord(model::RecordId entity, size_t index, const OdRecord& record);
   Status RemoveRecord(model::RecordId entity, size_t index);
+  // Removes every record of the entity, damaged ones too; returns how many there were.
+  size_t RemoveAllRecords(model::RecordId entity);
   // A record of `table` holding every column's default value.
   Result<OdRecord> NewRecord(const std::string& table) const;
 
@@ -69,6 +100,16 @@ class ObjectDataStore {
   struct StoredRecord {
     model::Handle table = 0;
     std::vector<FieldValue> values;
+    std::string damage;  // why the record cannot be read; empty when it can
+    dxf::Tags raw;       // a damaged record's tags, written back as they stand
+  };
+  // The records XRECORD of one entity as read.
+  struct StoredRecords {
+    std::vector<StoredRecord> records;
+    std::string damage;  // why the XRECORD as a whole cannot be read (it is then read-only)
+    size_t DamagedCount() const;
+    // The position in `records` of the readable record number `index`, or records.size().
+    size_t Position(size_t index) const;
   };
 
   const std::vector<TableEntry>& Catalogue() const;
@@ -77,8 +118,19 @@ class ObjectDataStore {
   const TableEntry* FindEntry(model::Handle handle) const;
   Status WriteTable(const TableEntry& entry, const TableDef& def);
   model::RecordId RecordsXRecord(model::RecordId entity) const;
-  std::vector<StoredRecord> ReadStored(model::RecordId entity) const;
-  void WriteStored(model::RecordId entity, const std::vector<StoredRecord>& records);
+  StoredRecords ReadStored(model::RecordId entity) const;
+  // Reads the entity's records XRECORD in place, as ReadStored would judge it: appends the
+  // table names of readable records to `names` (when given) and returns how many records
+  // cannot be read. Cheap enough to run on every entity of a drawing walk.
+  size_t ScanRecords(model::RecordId entity, std::vector<std::string>* names) const;
+  // Requires records.damage to be empty.
+  void WriteStored(model::RecordId entity, const StoredRecords& records);
+  // Fails when the entity's records cannot be changed one by one.
+  Status CheckChangeable(model::RecordId entity, const StoredRecords& records) const;
+  // Fails when damaged records refer to table `handle` (a change to the table's columns or
+  // its deletion would leave them meaning something else).
+  Status CheckNoDamagedRecordsOf(const TableEntry& table, const char* change) const;
+
   Status CheckRecord(const OdRecord& record, StoredRecord& out) const;
   // Applies `edit` to every record of table `handle` across the drawing.
   template <typename Edit>
@@ -87,6 +139,7 @@ class ObjectDataStore {
 
   model::Document& doc_;
   mutable std::vector<TableEntry> catalogue_;
+  mutable std::vector<DamagedTable> damaged_tables_;
   mutable bool catalogue_loaded_ = false;
   mutable model::RecordId catalogue_dictionary_ = model::kNoRecord;
 };

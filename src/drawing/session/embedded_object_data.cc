@@ -111,6 +111,20 @@ std::vector<std::string> EmbeddedObjectData::RecordTableNames(od::EntityId entit
   return store_.RecordTableNames(record);
 }
 
+size_t EmbeddedObjectData::DamagedRecordCount(od::EntityId entity) const {
+  model::RecordId record = Entity(entity);
+  if (record == model::kNoRecord) return 0;
+  return store_.DamagedRecordCount(record);
+}
+
+Result<size_t> EmbeddedObjectData::RemoveAllRecords(od::EntityId entity) {
+  model::RecordId target = Entity(entity);
+  if (target == model::kNoRecord) return Status::Error("detach records: the entity cannot be opened");
+  size_t removed = store_.RemoveAllRecords(target);
+  if (removed > 0) listener_.Modified(entity);
+  return removed;
+}
+
 Status EmbeddedObjectData::AddRecord(od::EntityId entity, const od::Record& record) {
   model::RecordId target = Entity(entity);
   if (target == model::kNoRecord) return Status::Error("attach record: the entity cannot be opened");

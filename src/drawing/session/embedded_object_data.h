@@ -29,6 +29,9 @@ class EmbeddedObjectData : public od::ObjectDataContainer {
   Result<od::TableDefinition> GetTable(const std::string& name) const override;
   std::vector<od::Record> Records(od::EntityId entity) const override;
   std::vector<std::string> RecordTableNames(od::EntityId entity) const override;
+  size_t DamagedRecordCount(od::EntityId entity) const override;
+  // Removes every record of the entity, those that cannot be read too; returns how many.
+  Result<size_t> RemoveAllRecords(od::EntityId entity);
   Status AddRecord(od::EntityId entity, const od::Record& record) override;
   Status UpdateRecord(od::EntityId entity, size_t index, const od::Record& record) override;
   Status RemoveRecord(od::EntityId entity, size_t index) override;

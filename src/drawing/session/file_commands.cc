@@ -56,7 +56,7 @@ void Open(Session& s) {
     return;
   }
   SessionDocument* doc = s.active();
-  for (const std::string& warning : doc->doc->warnings()) s.Print("Warning: " + warning + "\n");
+  for (const std::string& warning : doc->open_warnings) s.Print("Warning: " + warning + "\n");
   s.Print("Opened " + doc->name + "\n");
 }
 

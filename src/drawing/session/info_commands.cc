@@ -2,6 +2,7 @@
 #include "drawing/model/tables.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
+#include "drawing/session/od_answers.h"
 #include "od/format.h"
 #include "od/gathering.h"
 #include "od/text.h"
@@ -42,6 +43,7 @@ void ListEntity(Session& s, SessionDocument& doc, od::EntityId id) {
       s.Print(od::Format("    %-20s %s\n", column.c_str(), od::ValueToText(records[i].values[k]).c_str()));
     }
   }
+  if (size_t skipped = c.DamagedRecordCount(id); skipped > 0) s.Print("  " + SkippedRecordsWarning(skipped));
 }
 
 void List(Session& s) {

@@ -48,6 +48,10 @@ Status Session::OpenDocument(const std::string& path) {
   auto doc = model::Document::Open(path);
   if (!doc.ok()) return doc.status();
   AddDocument(std::move(doc).value(), BaseName(path));
+  SessionDocument& opened = *documents_.back();
+  opened.open_warnings = opened.doc->warnings();
+  for (std::string& line : opened.project.container().store().DamageReport())
+    opened.open_warnings.push_back(std::move(line));
   return Status::Ok();
 }
 

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "drawing/model/document.h"
 #include "drawing/session/embedded_database.h"
@@ -25,6 +26,9 @@ struct SessionDocument {
   EmbeddedProject project;
   od::EntityList pickfirst;
   od::EntityList previous;  // the last completed object selection
+  // What was tolerated when the drawing was opened: the file's warnings, then damaged Object
+  // Data. Shown once, by whoever opened it.
+  std::vector<std::string> open_warnings;
 };
 
 }  // namespace veltor::session

@@ -1,0 +1,12 @@
+// The warning a query command prints when records it would have read cannot be read.
+#pragma once
+
+#include "od/host.h"
+
+namespace veltor::commands {
+
+// Counts the damaged records of `entities` and, when there are any, prints how many were
+// skipped. Nothing without an Object Data project.
+void WarnSkippedRecords(od::Host& host, const od::EntityList& entities);
+
+}  // namespace veltor::commands
