@@ -75,6 +75,7 @@ TEST_F(PointSelectTest, CommandMakesThePickfirstAndPrintsNothing) {
 
 // On real drawings the index and the full walk agree at every probe point.
 TEST(PointSelectCorpus, IndexAgreesWithTheFullWalk) {
+  VELTOR_NEEDS_CORPUS();
   size_t found = 0;
   for (const char* name : {"gdal__LWPOLYLINE-OCS.dxf", "ezdxf__POLI-ALL210_12.dxf", "dxfparser__polylines.dxf",
                            "gdal__spline_weight.dxf"}) {

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <filesystem>
 #include <string>
 #include <tuple>
 
@@ -104,6 +105,13 @@ INSTANTIATE_TEST_SUITE_P(Versions, TypedTextEzdxf,
                                            std::string("AC1015")));
 
 // --- real files with Object Data added ---
+
+// The corpus suites below have no cases without the corpus; this says so once.
+TEST(OracleCorpus, IsPresentWithItsManifest) {
+  if (!std::filesystem::is_directory(CorpusDir()))
+    GTEST_SKIP() << "no drawing corpus at " << CorpusDir() << "; set VELTOR_CORPUS to the folder that holds dxf/";
+  EXPECT_GE(ReadManifest().size(), 70u);
+}
 
 std::vector<ManifestRow> FilesThatCanHoldObjectData() {
   std::vector<ManifestRow> rows = ReadManifest();

@@ -11,7 +11,10 @@
 namespace veltor::oracle {
 
 std::string SourceDir() { return VELTOR_SOURCE_DIR; }
-std::string CorpusDir() { return std::string(VELTOR_CORPUS_DIR) + "/dxf"; }
+std::string CorpusDir() {
+  const char* env = std::getenv("VELTOR_CORPUS");
+  return (env && *env ? std::string(env) : std::string(VELTOR_CORPUS_DIR)) + "/dxf";
+}
 std::string BinDir() { return VELTOR_BIN_DIR; }
 std::string CheckerScript() { return SourceDir() + "/tests/oracle/check_written.py"; }
 

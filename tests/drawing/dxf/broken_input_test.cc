@@ -44,7 +44,10 @@ void CheckEveryFileIn(const std::string& dir) {
   }
 }
 
-TEST(BrokenInput, CorpusOfDamagedFilesFailsCleanlyOrLoads) { CheckEveryFileIn(BrokenCorpusDir()); }
+TEST(BrokenInput, CorpusOfDamagedFilesFailsCleanlyOrLoads) {
+  VELTOR_NEEDS_CORPUS();
+  CheckEveryFileIn(BrokenCorpusDir());
+}
 
 TEST(BrokenInput, HandMadeFixturesFailCleanlyOrLoad) { CheckEveryFileIn(BrokenFixtureDir()); }
 
@@ -128,6 +131,7 @@ TEST(BrokenInput, ToleratedDamageIsReported) {
 // Every real file cut short at twenty points: an error that names the file and the place, or
 // a loaded drawing. Run under the sanitizers this is the reader's crash test.
 TEST(BrokenInput, EveryCorpusFileCutShortFailsCleanlyOrLoads) {
+  VELTOR_NEEDS_CORPUS();
   std::vector<std::string> names = FilesIn(CorpusDir(), ".dxf");
   ASSERT_FALSE(names.empty());
   size_t failures = 0, loads = 0;

@@ -65,6 +65,7 @@ TEST(TextCodec, Utf8FilesPassTextThroughAndRepairBadBytes) {
 // A real R2000 drawing in code page 1251: its Cyrillic text style name decodes, and a
 // Cyrillic layer added to it is stored in the code page and reads back.
 TEST(TextCodec, CorpusDrawingInCodePage1251) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = model::Document::Open(CorpusFile("zcad__entities.dxf"));
   ASSERT_TRUE(doc.ok()) << doc.message();
   model::Document& d = **doc;
@@ -87,6 +88,7 @@ TEST(TextCodec, CorpusDrawingInCodePage1251) {
 }
 
 TEST(TextCodec, Utf8InR2018) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = model::Document::Open(CorpusFile("gdal__hatch_as_multipolygon.dxf"));
   ASSERT_TRUE(doc.ok()) << doc.message();
   EXPECT_TRUE((*doc)->codec().utf8()) << "AC1032 is UTF-8 whatever $DWGCODEPAGE says";

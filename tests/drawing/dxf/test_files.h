@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstdio>
 #include <fstream>
 #include <sstream>
@@ -20,8 +21,18 @@
 
 namespace veltor::testing {
 
-inline std::string CorpusDir() { return std::string(VELTOR_CORPUS_DIR) + "/dxf"; }
-inline std::string BrokenCorpusDir() { return std::string(VELTOR_CORPUS_DIR) + "/dxf-broken"; }
+// The real-drawing corpus: the folder VELTOR_CORPUS names, else ../shared/corpus beside the
+// repository. It holds dxf/ and dxf-broken/.
+inline std::string CorpusRoot() {
+  const char* env = std::getenv("VELTOR_CORPUS");
+  return env && *env ? std::string(env) : std::string(VELTOR_CORPUS_DIR);
+}
+inline std::string CorpusDir() { return CorpusRoot() + "/dxf"; }
+inline std::string BrokenCorpusDir() { return CorpusRoot() + "/dxf-broken"; }
+inline bool HaveCorpus() {
+  struct stat st;
+  return stat(CorpusDir().c_str(), &st) == 0 && S_ISDIR(st.st_mode);
+}
 inline std::string BrokenFixtureDir() { return std::string(VELTOR_SOURCE_DIR) + "/tests/data/broken"; }
 inline std::string CorpusFile(const std::string& name) { return CorpusDir() + "/" + name; }
 
@@ -109,3 +120,12 @@ class ScratchDir {
 };
 
 }  // namespace veltor::testing
+
+// Skips the test, saying where the corpus was looked for, when the real drawings are absent
+// (a clone of the repository alone).
+#define VELTOR_NEEDS_CORPUS()                                                                  \
+  do {                                                                                       \
+    if (!::veltor::testing::HaveCorpus())                                                    \
+      GTEST_SKIP() << "no drawing corpus at " << ::veltor::testing::CorpusRoot()             \
+                   << "; set VELTOR_CORPUS to the folder that holds dxf/";                   \
+  } while (0)

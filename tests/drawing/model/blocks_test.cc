@@ -32,6 +32,7 @@ std::vector<std::pair<std::string, std::string>> Pairs(const std::vector<Attribu
 using PairList = std::vector<std::pair<std::string, std::string>>;
 
 TEST(Blocks, AttributesOfReferencesInOtherProgramsFiles) {
+  VELTOR_NEEDS_CORPUS();
   auto gdal = OpenOrDie(CorpusFile("gdal__attrib.dxf"));
   ASSERT_TRUE(gdal);
   std::vector<RecordId> inserts = Inserts(*gdal);
@@ -54,6 +55,7 @@ TEST(Blocks, AttributesOfReferencesInOtherProgramsFiles) {
 }
 
 TEST(Blocks, DynamicBlockReferencesHaveTheirDefinitionsName) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("dxfparser__api-cw750-details.dxf"));
   ASSERT_TRUE(doc);
   int anonymous = 0;
@@ -74,6 +76,7 @@ TEST(Blocks, DynamicBlockReferencesHaveTheirDefinitionsName) {
 }
 
 TEST(Blocks, AttributeTextChangeTouchesOnlyThatAttribute) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("ezdxf__multi_insert_with_attribs.dxf"));
   ASSERT_TRUE(doc);

@@ -24,6 +24,7 @@ Handle Seed(const Document& doc) {
 }
 
 TEST(Document, HeaderVariables) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("qcad__visibility2.dxf"));
   ASSERT_TRUE(doc);
   EXPECT_EQ(doc->version(), "AC1027");
@@ -59,6 +60,7 @@ TEST(Document, SetHeaderVarReplacesAllValuesOfTheVariable) {
 }
 
 TEST(Document, UnmodifiedDrawingSavesByteForByte) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   for (const char* name : {"qcad__visibility2.dxf", "ezdxf__bin_dxf_r2000.dxf", "gdal__attrib.dxf"}) {
     auto doc = OpenOrDie(CorpusFile(name));
@@ -70,6 +72,7 @@ TEST(Document, UnmodifiedDrawingSavesByteForByte) {
 }
 
 TEST(Document, HandseedChangesOnlyWhenHandlesWereAllocated) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   std::string original = ReadBytes(CorpusFile("qcad__visibility2.dxf"));
   auto doc = OpenOrDie(CorpusFile("qcad__visibility2.dxf"));
@@ -102,6 +105,7 @@ TEST(Document, NewHandlesAvoidHandlesAboveAStaleSeed) {
 }
 
 TEST(Document, BinaryDrawingTakesChangesAndNewRecords) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("ezdxf__bin_dxf_r2000.dxf"));
   ASSERT_TRUE(doc);
@@ -124,6 +128,7 @@ TEST(Document, BinaryDrawingTakesChangesAndNewRecords) {
 // Another program may rewrite the file in place while it is open here; saving must still
 // write the drawing that was read, not whatever the file holds now.
 TEST(Document, OpenDrawingKeepsItsBytesWhenTheFileIsRewrittenInPlace) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   std::string original = ReadBytes(CorpusFile("gdal__frozen-off.dxf"));
   testing::WriteBytes(dir.File("shared.dxf"), original);

@@ -22,6 +22,7 @@ RecordId FirstOfType(const Document& doc, const std::string& type) {
 }
 
 TEST(EntityProperties, ReadFromOtherProgramsFiles) {
+  VELTOR_NEEDS_CORPUS();
   auto transparency = OpenOrDie(CorpusFile("gdal__transparency.dxf"));
   ASSERT_TRUE(transparency);
   RecordId poly = FirstOfType(*transparency, "LWPOLYLINE");
@@ -60,6 +61,7 @@ TEST(EntityProperties, OnlyTheEntitySubclassCounts) {
 }
 
 TEST(EntityProperties, CopiedOntoAnotherEntitySurviveSaving) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("gdal__transparency.dxf"));
   ASSERT_TRUE(doc);
@@ -108,6 +110,7 @@ TEST(Entities, CreatedInANewDrawing) {
 }
 
 TEST(Entities, R12DrawingsGetNoSubclassMarkers) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("gdal__frozen-off.dxf"));
   ASSERT_TRUE(doc);
   RecordId line = AddModelSpaceEntity(*doc, "LINE", "ONTHAW",
@@ -120,6 +123,7 @@ TEST(Entities, R12DrawingsGetNoSubclassMarkers) {
 }
 
 TEST(Entities, ErasedWithTheirExtensionDictionaryAndSubEntities) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("ezdxf__xclip.dxf"));
   ASSERT_TRUE(doc);
@@ -168,6 +172,7 @@ TEST(Entities, ErasedWithTheirExtensionDictionaryAndSubEntities) {
 }
 
 TEST(Entities, ErasingAPolylineErasesItsVertices) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("gdal__polyline_smooth.dxf"));
   ASSERT_TRUE(doc);

@@ -215,6 +215,7 @@ TEST(ExtentsCacheTest, BlockInsideItselfEnds) {
 }
 
 TEST(ExtentsCacheTest, SameExtentsFromFileBytesAndFromChangedRecords) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("ezdxf__POLI-ALL210_12.dxf"));
   ASSERT_TRUE(doc);
   std::vector<std::optional<Extents>> from_file;

@@ -19,6 +19,7 @@ LayerInfo Layer(const Document& doc, std::string_view name) {
 }
 
 TEST(Layers, StatesWrittenByOtherPrograms) {
+  VELTOR_NEEDS_CORPUS();
   auto r12 = OpenOrDie(CorpusFile("gdal__frozen-off.dxf"));
   ASSERT_TRUE(r12);
   std::vector<std::string> names;
@@ -44,6 +45,7 @@ TEST(Layers, StatesWrittenByOtherPrograms) {
 }
 
 TEST(Layers, NamesMatchWithoutAsciiCase) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("qcad__visibility2.dxf"));
   ASSERT_TRUE(doc);
   EXPECT_EQ(FindLayer(*doc, "Z_ANNOTATIONS"), FindLayer(*doc, "z_annotations"));
@@ -54,6 +56,7 @@ TEST(Layers, NamesMatchWithoutAsciiCase) {
 }
 
 TEST(Layers, StatesSetAndClearedSurviveSaving) {
+  VELTOR_NEEDS_CORPUS();
   ScratchDir dir;
   auto doc = OpenOrDie(CorpusFile("qcad__visibility2.dxf"));
   ASSERT_TRUE(doc);

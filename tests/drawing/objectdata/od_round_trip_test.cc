@@ -141,6 +141,7 @@ TEST(ObjectDataRoundTrip, NewR2000DrawingInCodePage1252) {
 }
 
 TEST(ObjectDataRoundTrip, CorpusR2000DrawingInCodePage1251) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("zcad__entities.dxf"));
   ASSERT_TRUE(doc);
   ASSERT_EQ(doc->codec().charset(), "CP1251");
@@ -156,6 +157,7 @@ TEST(ObjectDataRoundTrip, NewR2018DrawingInUtf8) {
 }
 
 TEST(ObjectDataRoundTrip, BinaryR2000Drawing) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("ezdxf__bin_dxf_r2000.dxf"));
   ASSERT_TRUE(doc);
   RecordId a = model::ModelSpaceEntities(*doc).front();

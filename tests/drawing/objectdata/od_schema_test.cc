@@ -205,6 +205,7 @@ class Unchanged {
 };
 
 TEST(ObjectDataRefusals, R12DrawingIsRefusedAndUntouched) {
+  VELTOR_NEEDS_CORPUS();
   auto doc = OpenOrDie(CorpusFile("gdal__frozen-off.dxf"));
   ASSERT_TRUE(doc);
   ASSERT_EQ(doc->version(), "AC1009");
