@@ -8,6 +8,7 @@
 #include <string>
 
 #include "drawing/dxf/record_store.h"
+#include "drawing/dxf/save_target.h"
 #include "od/status.h"
 
 namespace veltor::dxf {
@@ -15,13 +16,12 @@ namespace veltor::dxf {
 // Writes the whole file to an open stream.
 Status WriteDxf(const RecordStore& store, std::FILE* out);
 
-// Saves atomically: writes "PATH.tmp-XXXXXX" beside the target, flushes it to disk, keeps the
-// previous target as its ".bak" sibling (drawing.dxf -> drawing.bak) and renames the temporary
-// file over the target. On failure the target and its .bak are untouched and the temporary
-// file is removed.
+// Saves atomically. `path` is resolved first (ResolveSaveTarget: links followed, read-only
+// files refused); stale temporary files of earlier killed saves are removed; the file is
+// written to "TARGET.tmp-XXXXXX" beside the target and flushed to disk; the previous target is
+// kept as its backup (BackupPathFor: drawing.dxf -> drawing.bak) and the temporary file is
+// renamed over the target. On any failure (a write error, a full disk, the file-size limit)
+// every file is as it was: the target, its backup, and no temporary file left.
 Status SaveDxfAtomic(const RecordStore& store, const std::string& path);
-
-// The backup name used by SaveDxfAtomic.
-std::string BackupPathFor(const std::string& path);
 
 }  // namespace veltor::dxf
