@@ -155,8 +155,44 @@ bool RecordBuilder::Finish(uint64_t end) {
   if (!CloseRecord(end)) return false;
   if (in_section_)
     return Fail(section_where_, "section " + section_name_ + " has no ENDSEC before the end of file");
-  if (!saw_eof_) warnings_.push_back("the file has no EOF marker; the drawing is complete without it");
+  if (!saw_eof_) DropDamagedTail(end);
   return true;
+}
+
+void RecordBuilder::DropDamagedTail(uint64_t end) {
+  // Every save of the drawing ends with the marker the file lacks, so what is written is
+  // well-formed DXF whether or not the drawing was changed.
+  store_.append_eof = true;
+  RecordId last_endsec = kNoRecord;
+  for (RecordId id = store_.last(); id != kNoRecord && last_endsec == kNoRecord;
+       id = store_.at(id).prev)
+    if (store_.TypeOf(id) == "ENDSEC") last_endsec = id;
+  RecordId tail = last_endsec == kNoRecord ? kNoRecord : store_.at(last_endsec).next;
+  if (tail == kNoRecord) {
+    warnings_.push_back("the file has no EOF marker; the drawing is complete without it "
+                        "(a saved copy ends with one)");
+    return;
+  }
+  // Records after the last section that are not the EOF marker: a file cut short in its
+  // last lines ("0" then "EO"). Nothing of the drawing is in them; they are dropped.
+  const Record& first = store_.at(tail);
+  std::string_view source = store_.source();
+  std::string shown;
+  for (uint64_t i = first.begin; i < end && shown.size() < 40; ++i) {
+    char c = source[i];
+    if (c == '\r' || ((c == ' ' || c == '\n') && (shown.empty() || shown.back() == ' '))) continue;
+    shown += c == '\n' ? ' ' : (c >= 32 && c < 127) ? c : '?';
+  }
+  while (!shown.empty() && shown.back() == ' ') shown.pop_back();
+  warnings_.push_back("the file has no EOF marker and ends in " + std::to_string(end - first.begin) +
+                      " bytes after its last section (" + where_name_ + " " +
+                      std::to_string(first.line) + ": '" + shown +
+                      "'); they were dropped, and a saved copy ends with EOF");
+  while (tail != kNoRecord) {
+    RecordId next = store_.at(tail).next;
+    store_.Erase(tail);
+    tail = next;
+  }
 }
 
 }  // namespace veltor::dxf

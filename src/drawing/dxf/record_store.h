@@ -78,6 +78,8 @@ class RecordStore {
   // Bytes before the first tag (the binary sentinel) and after "0 EOF", written back as they are.
   std::string prefix;
   std::string trailer;
+  // The file had no "0 EOF": the writer adds it after the last record (before the trailer).
+  bool append_eof = false;
 
   // --- records ---
   size_t size() const { return records_.size(); }

@@ -71,6 +71,15 @@ Status WriteDxf(const RecordStore& store, std::FILE* out) {
     }
     sink.Put(buffer);
   }
+  if (store.append_eof) {
+    buffer.clear();
+    Tag eof{0, "EOF"};
+    if (format.binary)
+      (void)AppendBinaryTag(eof, format.binary_one_byte_codes, buffer);  // always writable
+    else
+      AppendAsciiTag(eof, format, buffer);
+    sink.Put(buffer);
+  }
   sink.Put(store.trailer);
   if (sink.failed()) return Status::Error(std::string("write failed: ") + std::strerror(sink.error()));
   return Status::Ok();

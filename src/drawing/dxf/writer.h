@@ -13,7 +13,8 @@
 
 namespace veltor::dxf {
 
-// Writes the whole file to an open stream.
+// Writes the whole file to an open stream. A store read from a file without the EOF marker
+// (RecordStore::append_eof) gets one, so what is written is always well-formed.
 Status WriteDxf(const RecordStore& store, std::FILE* out);
 
 // Saves atomically. `path` is resolved first (ResolveSaveTarget: links followed, read-only

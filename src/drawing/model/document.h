@@ -29,7 +29,7 @@ class Document {
   // Opens a DXF file; warnings() then says what was tolerated.
   static Result<std::unique_ptr<Document>> Open(const std::string& path);
   static Result<std::unique_ptr<Document>> FromBytes(std::string bytes, const std::string& name);
-  // A new empty drawing of the given version ("AC1015" ... "AC1032").
+  // A new empty drawing of the given version ("AC1015" ... "AC1032"); it has no path.
   static std::unique_ptr<Document> NewBlank(std::string_view acadver = "AC1032");
 
   // Writes to `path` atomically (see dxf::SaveDxfAtomic), first storing $HANDSEED.
@@ -38,6 +38,7 @@ class Document {
   dxf::RecordStore& store() { return *store_; }
   const dxf::RecordStore& store() const { return *store_; }
   const std::vector<std::string>& warnings() const { return warnings_; }
+  // The file the drawing was read from or last saved to; empty for a new drawing.
   const std::string& path() const { return path_; }
 
   // --- header ---
