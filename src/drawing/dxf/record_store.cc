@@ -1,5 +1,6 @@
 #include "drawing/dxf/record_store.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "drawing/dxf/binary_values.h"
@@ -21,6 +22,7 @@ RecordId RecordStore::InsertAfter(RecordId after, Tags tags, Section section) {
   RecordId id = static_cast<RecordId>(records_.size());
   records_.push_back(std::move(record));
   Link(id, after);
+  Pack(id);  // a record that cannot be packed keeps its tags
   if (open_group_) {
     if (open_group_->entries.empty()) redo_.clear();
     UndoEntry entry;
@@ -101,35 +103,73 @@ Tags RecordStore::TagsOf(RecordId id) const {
 Tags& RecordStore::MutableTags(RecordId id) {
   if (open_group_) RecordChange(id);
   Record& r = records_[id];
-  if (!r.tags) {
-    auto tags = std::make_unique<Tags>();
-    ReadTags(id, *tags);
-    r.tags = std::move(tags);
+  auto edited = std::find(edited_.begin(), edited_.end(), id);
+  if (edited != edited_.end()) {
+    edited_.erase(edited);
+  } else {
+    if (edited_.size() >= kEditedKept) {
+      Pack(edited_.front());
+      edited_.erase(edited_.begin());
+    }
+    if (!r.tags) {
+      auto tags = std::make_unique<Tags>();
+      ReadTags(id, *tags);
+      r.tags = std::move(tags);
+    }
   }
+  edited_.push_back(id);
   return *r.tags;
 }
 
+bool RecordStore::Pack(RecordId id) {
+  Record& r = records_[id];
+  if (!r.tags) return true;
+  pack_buffer_.clear();
+  for (const Tag& tag : *r.tags)
+    if (!AppendTag(tag, format_, pack_buffer_)) return false;
+  uint64_t address = arena_.Add(pack_buffer_);
+  r.begin = address;
+  r.end = address + pack_buffer_.size();
+  r.packed = true;
+  r.tags.reset();
+  return true;
+}
+
+void RecordStore::PackEdited() {
+  for (RecordId id : edited_) Pack(id);
+  edited_.clear();
+}
+
 void RecordStore::RecordChange(RecordId id) {
-  if (!open_group_->saved.insert(id).second) return;
+  Record& r = records_[id];
+  if (r.undo_saved) return;
+  r.undo_saved = true;
   if (open_group_->entries.empty()) redo_.clear();
-  const Record& r = records_[id];
-  auto saved = std::make_unique<Record>();
-  saved->begin = r.begin;
-  saved->end = r.end;
-  saved->handle = r.handle;
-  saved->owner = r.owner;
-  saved->xdict = r.xdict;
-  saved->line = r.line;
-  saved->type = r.type;
-  saved->section = r.section;
-  saved->paper_space = r.paper_space;
-  saved->sub_entity = r.sub_entity;
-  if (r.tags) saved->tags = std::make_unique<Tags>(*r.tags);
+  // The state saved is the record's bytes, not a copy of its tags, whenever it can be.
+  auto edited = std::find(edited_.begin(), edited_.end(), id);
+  if (edited != edited_.end()) {
+    Pack(id);
+    edited_.erase(edited);
+  }
+  Record saved;
+  saved.begin = r.begin;
+  saved.end = r.end;
+  saved.handle = r.handle;
+  saved.owner = r.owner;
+  saved.xdict = r.xdict;
+  saved.line = r.line;
+  saved.type = r.type;
+  saved.section = r.section;
+  saved.paper_space = r.paper_space;
+  saved.sub_entity = r.sub_entity;
+  saved.packed = r.packed;
+  if (r.tags) saved.tags = std::make_unique<Tags>(*r.tags);
   UndoEntry entry;
   entry.kind = UndoEntry::Kind::kChange;
   entry.id = id;
-  entry.saved = std::move(saved);
-  open_group_->entries.push_back(std::move(entry));
+  entry.saved = static_cast<uint32_t>(open_group_->saved.size());
+  open_group_->saved.push_back(std::move(saved));
+  open_group_->entries.push_back(entry);
 }
 
 void RecordStore::SwapState(Record& a, Record& b) {
@@ -143,28 +183,36 @@ void RecordStore::SwapState(Record& a, Record& b) {
   std::swap(a.section, b.section);
   std::swap(a.paper_space, b.paper_space);
   std::swap(a.sub_entity, b.sub_entity);
+  std::swap(a.packed, b.packed);
   std::swap(a.tags, b.tags);
 }
 
 void RecordStore::BeginUndoGroup() {
+  PackEdited();
   if (!open_group_) open_group_ = std::make_unique<UndoGroup>();
 }
 
+void RecordStore::ForgetSavedMarks(const UndoGroup& group) {
+  for (const UndoEntry& e : group.entries)
+    if (e.kind == UndoEntry::Kind::kChange) records_[e.id].undo_saved = false;
+}
+
 UndoGroup* RecordStore::EndUndoGroup() {
+  PackEdited();
   if (!open_group_) return nullptr;
   std::unique_ptr<UndoGroup> group = std::move(open_group_);
+  ForgetSavedMarks(*group);
   if (group->entries.empty()) return nullptr;
-  group->saved.clear();
   undo_.push_back(std::move(group));
   return undo_.back().get();
 }
 
 void RecordStore::Replay(UndoGroup& group, bool backwards) {
-  auto apply = [this, backwards](UndoEntry& e) {
+  auto apply = [this, backwards, &group](UndoEntry& e) {
     Record& r = records_[e.id];
     switch (e.kind) {
       case UndoEntry::Kind::kChange:
-        SwapState(r, *e.saved);
+        SwapState(r, group.saved[e.saved]);
         break;
       case UndoEntry::Kind::kInsert:
         if (backwards) {
@@ -193,6 +241,7 @@ void RecordStore::Replay(UndoGroup& group, bool backwards) {
 
 const UndoGroup* RecordStore::Undo() {
   if (open_group_ || undo_.empty()) return nullptr;
+  PackEdited();
   std::unique_ptr<UndoGroup> group = std::move(undo_.back());
   undo_.pop_back();
   Replay(*group, true);
@@ -202,6 +251,7 @@ const UndoGroup* RecordStore::Undo() {
 
 const UndoGroup* RecordStore::Redo() {
   if (open_group_ || redo_.empty()) return nullptr;
+  PackEdited();
   std::unique_ptr<UndoGroup> group = std::move(redo_.back());
   redo_.pop_back();
   Replay(*group, false);
@@ -210,13 +260,15 @@ const UndoGroup* RecordStore::Redo() {
 }
 
 void RecordStore::ClearUndo() {
+  if (open_group_) ForgetSavedMarks(*open_group_);
   open_group_.reset();
   undo_.clear();
   redo_.clear();
 }
 
 void RecordStore::ReadBinaryTags(const Record& r, Tags& out) const {
-  BinaryCursor cursor(source_.view(), r.begin, r.end, format_.binary_one_byte_codes);
+  std::string_view bytes = RecordBytes(r);
+  BinaryCursor cursor(bytes, 0, bytes.size(), format_.binary_one_byte_codes);
   Tag tag;
   std::string error;
   while (cursor.Next(tag, error)) out.push_back(tag);

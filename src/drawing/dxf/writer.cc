@@ -7,9 +7,10 @@
 
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <vector>
 
-#include "drawing/dxf/binary_values.h"
+#include "drawing/dxf/tag_encoding.h"
 #include "drawing/dxf/save_target.h"
 
 namespace veltor::dxf {
@@ -26,7 +27,7 @@ class Sink {
       error_ = errno;
     }
   }
-  void Put(const std::string& s) { Put(s.data(), s.size()); }
+  void Put(std::string_view s) { Put(s.data(), s.size()); }
   bool failed() const { return failed_ || std::ferror(out_) != 0; }
   // The reason of the first failed write (errno is overwritten by what follows it).
   int error() const { return error_ != 0 ? error_ : EIO; }
@@ -36,15 +37,6 @@ class Sink {
   bool failed_ = false;
   int error_ = 0;
 };
-
-void AppendAsciiTag(const Tag& tag, const FileFormat& format, std::string& out) {
-  std::string code = std::to_string(tag.code);
-  if (format.right_aligned_codes && code.size() < 3) out.append(3 - code.size(), ' ');
-  out += code;
-  out += format.crlf ? "\r\n" : "\n";
-  out += tag.value;
-  out += format.crlf ? "\r\n" : "\n";
-}
 
 }  // namespace
 
@@ -56,28 +48,21 @@ Status WriteDxf(const RecordStore& store, std::FILE* out) {
   for (RecordId id = store.first(); id != kNoRecord; id = store.at(id).next) {
     const Record& r = store.at(id);
     if (!r.tags) {
-      sink.Put(store.source().data() + r.begin, static_cast<size_t>(r.end - r.begin));
+      sink.Put(store.RecordBytes(r));
       continue;
     }
     buffer.clear();
     for (const Tag& tag : *r.tags) {
-      if (format.binary) {
-        if (!AppendBinaryTag(tag, format.binary_one_byte_codes, buffer))
-          return Status::Error("record " + FormatHandle(r.handle) + ": value '" + tag.value +
-                               "' cannot be written as group code " + std::to_string(tag.code));
-      } else {
-        AppendAsciiTag(tag, format, buffer);
-      }
+      // An ASCII value with a line break is written as it stands (the reader will split it).
+      if (!AppendTag(tag, format, buffer) && format.binary)
+        return Status::Error("record " + FormatHandle(r.handle) + ": value '" + tag.value +
+                             "' cannot be written as group code " + std::to_string(tag.code));
     }
     sink.Put(buffer);
   }
   if (store.append_eof) {
     buffer.clear();
-    Tag eof{0, "EOF"};
-    if (format.binary)
-      (void)AppendBinaryTag(eof, format.binary_one_byte_codes, buffer);  // always writable
-    else
-      AppendAsciiTag(eof, format, buffer);
+    (void)AppendTag(Tag{0, "EOF"}, format, buffer);  // always writable
     sink.Put(buffer);
   }
   sink.Put(store.trailer);
