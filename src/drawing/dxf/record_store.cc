@@ -22,8 +22,12 @@ RecordId RecordStore::InsertAfter(RecordId after, Tags tags, Section section) {
   RecordId id = static_cast<RecordId>(records_.size());
   records_.push_back(std::move(record));
   Link(id, after);
-  Pack(id);  // a record that cannot be packed keeps its tags
+  // Callers often edit a record right after creating it: it is packed once they are done.
+  KeepEditing(id);
   if (open_group_) {
+    // Undoing the insertion takes the record out whatever it holds, and redoing it puts it
+    // back as it is then: changes made to it in the same group need no entry of their own.
+    records_[id].undo_saved = true;
     if (open_group_->entries.empty()) redo_.clear();
     UndoEntry entry;
     entry.kind = UndoEntry::Kind::kInsert;
@@ -103,22 +107,24 @@ Tags RecordStore::TagsOf(RecordId id) const {
 Tags& RecordStore::MutableTags(RecordId id) {
   if (open_group_) RecordChange(id);
   Record& r = records_[id];
+  if (!r.tags) {
+    auto tags = std::make_unique<Tags>();
+    ReadTags(id, *tags);
+    r.tags = std::move(tags);
+  }
+  KeepEditing(id);
+  return *r.tags;
+}
+
+void RecordStore::KeepEditing(RecordId id) {
   auto edited = std::find(edited_.begin(), edited_.end(), id);
   if (edited != edited_.end()) {
     edited_.erase(edited);
-  } else {
-    if (edited_.size() >= kEditedKept) {
-      Pack(edited_.front());
-      edited_.erase(edited_.begin());
-    }
-    if (!r.tags) {
-      auto tags = std::make_unique<Tags>();
-      ReadTags(id, *tags);
-      r.tags = std::move(tags);
-    }
+  } else if (edited_.size() >= kEditedKept) {
+    Pack(edited_.front());
+    edited_.erase(edited_.begin());
   }
   edited_.push_back(id);
-  return *r.tags;
 }
 
 bool RecordStore::Pack(RecordId id) {
@@ -194,7 +200,7 @@ void RecordStore::BeginUndoGroup() {
 
 void RecordStore::ForgetSavedMarks(const UndoGroup& group) {
   for (const UndoEntry& e : group.entries)
-    if (e.kind == UndoEntry::Kind::kChange) records_[e.id].undo_saved = false;
+    if (e.kind != UndoEntry::Kind::kErase) records_[e.id].undo_saved = false;
 }
 
 UndoGroup* RecordStore::EndUndoGroup() {

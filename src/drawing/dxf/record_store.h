@@ -24,6 +24,7 @@
 #include "drawing/dxf/tag.h"
 #include "drawing/dxf/tag_encoding.h"
 #include "drawing/dxf/record.h"
+#include "drawing/dxf/record_table.h"
 #include "drawing/dxf/undo_log.h"
 
 namespace veltor::dxf {
@@ -87,8 +88,6 @@ class RecordStore {
   // Index of every handle; rebuilt by the reader, kept up to date by InsertAfter.
   RecordId FindHandle(Handle handle) const;
   void IndexHandle(Handle handle, RecordId id);
-  void ReserveHandles(size_t n) { handle_index_.reserve(n); }
-  void ReserveRecords(size_t n) { records_.reserve(n); }
   Handle max_handle() const { return max_handle_; }
 
   // --- undo ---
@@ -110,7 +109,7 @@ class RecordStore {
 
  private:
   void RecordChange(RecordId id);
-  // Clears the undo_saved marks of the records a group changed.
+  // Clears the undo_saved marks of the records a group changed or inserted.
   void ForgetSavedMarks(const UndoGroup& group);
   void Unlink(RecordId id);
   // Swaps every field of the two records but their links and erased state.
@@ -124,6 +123,9 @@ class RecordStore {
   bool Pack(RecordId id);
   // Packs every record being edited.
   void PackEdited();
+  // Makes `id` (which holds tags) the most recently edited record, packing the least
+  // recently edited one when more than kEditedKept would be kept.
+  void KeepEditing(RecordId id);
 
   // Records being edited (holding tags), most recent last; a few are kept so that a command
   // editing the same records in turn does not pack them again at every change.
@@ -134,7 +136,7 @@ class RecordStore {
   std::string pack_buffer_;
   std::vector<RecordId> edited_;
   FileFormat format_;
-  std::vector<Record> records_;
+  RecordTable records_;
   RecordId first_ = kNoRecord;
   RecordId last_ = kNoRecord;
   std::deque<std::string> type_names_;
