@@ -1,5 +1,7 @@
 #include "drawing/dxf/record_builder.h"
 
+#include <algorithm>
+
 namespace veltor::dxf {
 
 namespace {
@@ -9,6 +11,12 @@ std::string_view Trim(std::string_view s) {
   return s;
 }
 }  // namespace
+
+uint64_t RecordBuilder::WhereOf(uint64_t begin) const {
+  if (std::string_view(where_name_) != "line") return begin;
+  std::string_view source = store_.source().substr(0, begin);
+  return 1 + static_cast<uint64_t>(std::count(source.begin(), source.end(), '\n'));
+}
 
 bool RecordBuilder::Fail(uint32_t where, const std::string& reason) {
   error_ = std::string(where_name_) + " " + std::to_string(where) + ": " + reason;
@@ -29,9 +37,9 @@ Section RecordBuilder::SectionFromName(std::string_view name) const {
 
 bool RecordBuilder::CloseRecord(uint64_t end) {
   if (!have_current_) return true;
-  current_.end = end;
+  current_.size = static_cast<uint32_t>(end - current_.begin);
   Handle handle = current_.handle;
-  uint32_t where = current_.line;
+  uint32_t where = current_where_;
   RecordId id = store_.Append(std::move(current_));
   current_ = Record();
   have_current_ = false;
@@ -39,7 +47,7 @@ bool RecordBuilder::CloseRecord(uint64_t end) {
     RecordId other = store_.FindHandle(handle);
     if (other != kNoRecord)
       return Fail(where, "duplicate handle " + FormatHandle(handle) + " (already used at " +
-                             where_name_ + " " + std::to_string(store_.at(other).line) + ")");
+                             where_name_ + " " + std::to_string(WhereOf(store_.at(other).begin)) + ")");
     store_.IndexHandle(handle, id);
   }
   return true;
@@ -57,7 +65,7 @@ bool RecordBuilder::OnTag(int code, std::string_view value, uint64_t begin, uint
     if (!CloseRecord(begin)) return false;
     have_current_ = true;
     current_.begin = begin;
-    current_.line = where;
+    current_where_ = where;
     tag_in_record_ = 0;
     in_app_group_ = in_xdict_group_ = false;
     std::string_view type = code == 0 ? Trim(value) : std::string_view();
@@ -186,7 +194,7 @@ void RecordBuilder::DropDamagedTail(uint64_t end) {
   while (!shown.empty() && shown.back() == ' ') shown.pop_back();
   warnings_.push_back("the file has no EOF marker and ends in " + std::to_string(end - first.begin) +
                       " bytes after its last section (" + where_name_ + " " +
-                      std::to_string(first.line) + ": '" + shown +
+                      std::to_string(WhereOf(first.begin)) + ": '" + shown +
                       "'); they were dropped, and a saved copy ends with EOF");
   while (tail != kNoRecord) {
     RecordId next = store_.at(tail).next;

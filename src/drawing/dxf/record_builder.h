@@ -35,11 +35,15 @@ class RecordBuilder {
   bool Fail(uint32_t where, const std::string& reason);
   bool CloseRecord(uint64_t end);
   void DropDamagedTail(uint64_t end);
+  // The line (ASCII) or byte offset (binary) of the record starting at byte `begin`; counted
+  // from the source, for messages only.
+  uint64_t WhereOf(uint64_t begin) const;
   Section SectionFromName(std::string_view name) const;
 
   RecordStore& store_;
   const char* where_name_;
   Record current_;
+  uint32_t current_where_ = 0;  // line or byte offset of the current record's first tag
   bool have_current_ = false;
   int tag_in_record_ = 0;
   bool in_app_group_ = false;

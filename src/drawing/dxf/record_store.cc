@@ -135,7 +135,7 @@ bool RecordStore::Pack(RecordId id) {
     if (!AppendTag(tag, format_, pack_buffer_)) return false;
   uint64_t address = arena_.Add(pack_buffer_);
   r.begin = address;
-  r.end = address + pack_buffer_.size();
+  r.size = static_cast<uint32_t>(pack_buffer_.size());
   r.packed = true;
   r.tags.reset();
   return true;
@@ -157,17 +157,10 @@ void RecordStore::RecordChange(RecordId id) {
     Pack(id);
     edited_.erase(edited);
   }
-  Record saved;
+  RecordState saved;
   saved.begin = r.begin;
-  saved.end = r.end;
-  saved.handle = r.handle;
-  saved.owner = r.owner;
+  saved.size = r.size;
   saved.xdict = r.xdict;
-  saved.line = r.line;
-  saved.type = r.type;
-  saved.section = r.section;
-  saved.paper_space = r.paper_space;
-  saved.sub_entity = r.sub_entity;
   saved.packed = r.packed;
   if (r.tags) saved.tags = std::make_unique<Tags>(*r.tags);
   UndoEntry entry;
@@ -178,19 +171,14 @@ void RecordStore::RecordChange(RecordId id) {
   open_group_->entries.push_back(entry);
 }
 
-void RecordStore::SwapState(Record& a, Record& b) {
-  std::swap(a.begin, b.begin);
-  std::swap(a.end, b.end);
-  std::swap(a.handle, b.handle);
-  std::swap(a.owner, b.owner);
-  std::swap(a.xdict, b.xdict);
-  std::swap(a.line, b.line);
-  std::swap(a.type, b.type);
-  std::swap(a.section, b.section);
-  std::swap(a.paper_space, b.paper_space);
-  std::swap(a.sub_entity, b.sub_entity);
-  std::swap(a.packed, b.packed);
-  std::swap(a.tags, b.tags);
+void RecordStore::SwapState(Record& r, RecordState& state) {
+  std::swap(r.begin, state.begin);
+  std::swap(r.size, state.size);
+  std::swap(r.xdict, state.xdict);
+  bool packed = r.packed;
+  r.packed = state.packed;
+  state.packed = packed;
+  std::swap(r.tags, state.tags);
 }
 
 void RecordStore::BeginUndoGroup() {

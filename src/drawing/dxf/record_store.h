@@ -75,8 +75,7 @@ class RecordStore {
   bool IsChanged(RecordId id) const { return records_[id].tags != nullptr || records_[id].packed; }
   // The bytes of a record that holds no tags: from the source or the arena.
   std::string_view RecordBytes(const Record& r) const {
-    return r.packed ? arena_.View(r.begin, r.end - r.begin)
-                    : source_.view().substr(r.begin, r.end - r.begin);
+    return r.packed ? arena_.View(r.begin, r.size) : source_.view().substr(r.begin, r.size);
   }
 
   // --- record types ---
@@ -112,8 +111,8 @@ class RecordStore {
   // Clears the undo_saved marks of the records a group changed or inserted.
   void ForgetSavedMarks(const UndoGroup& group);
   void Unlink(RecordId id);
-  // Swaps every field of the two records but their links and erased state.
-  static void SwapState(Record& a, Record& b);
+  // Swaps what undo restores between a record and a saved state.
+  static void SwapState(Record& r, RecordState& state);
   void Replay(UndoGroup& group, bool backwards);
 
   void ReadBinaryTags(const Record& record, Tags& out) const;

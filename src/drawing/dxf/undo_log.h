@@ -29,8 +29,8 @@ struct UndoGroup {
   // does not need twice their size while its group grows.
   std::deque<UndoEntry> entries;
   // kChange: the record's other state (before on undo, after on redo). A changed record's
-  // bytes are in the store's arena, so this is the record's fields, not a copy of its tags.
-  std::deque<Record> saved;
+  // bytes are in the store's arena, so this is a byte range, not a copy of its tags.
+  std::deque<RecordState> saved;
   // State the store's owner keeps beside the records, before and after the group.
   std::vector<uint64_t> owner_before;
   std::vector<uint64_t> owner_after;
