@@ -65,6 +65,8 @@ class Document {
   Handle NewHandle();
   const std::string& TypeOf(RecordId id) const { return store_->TypeOf(id); }
   Tags TagsOf(RecordId id) const { return store_->TagsOf(id); }
+  // The record's tags for editing (see dxf::RecordStore::MutableTags): the reference is
+  // valid until the next MutableTags, record insertion, undo group boundary, Undo or Redo.
   Tags& MutableTags(RecordId id) {
     MarkModified();
     return store_->MutableTags(id);
