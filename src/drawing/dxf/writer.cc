@@ -201,14 +201,16 @@ Status SaveDxfAtomic(const RecordStore& store, const std::string& path) {
   Result<std::string> resolved = ResolveSaveTarget(path);
   if (!resolved.ok()) return resolved.status();
   const std::string& target = resolved.value();
-  RemoveStaleTemporaries(target);
   Result<std::string> tmp = WriteTemporary(store, target, path);
   if (!tmp.ok()) return tmp.status();
   // The file keeps its permissions; a new one gets the usual ones, not mkstemp's 0600.
   struct stat st;
   mode_t mode = stat(target.c_str(), &st) == 0 ? (st.st_mode & 07777) : 0644;
   chmod(tmp->c_str(), mode);
-  return Replace(*tmp, target, BackupPathFor(target), path);
+  Status replaced = Replace(*tmp, target, BackupPathFor(target), path);
+  // Only once the save succeeded: a failed save leaves every file as it was.
+  if (replaced.ok()) RemoveStaleTemporaries(target);
+  return replaced;
 }
 
 }  // namespace veltor::dxf

@@ -18,11 +18,11 @@ namespace veltor::dxf {
 Status WriteDxf(const RecordStore& store, std::FILE* out);
 
 // Saves atomically. `path` is resolved first (ResolveSaveTarget: links followed, read-only
-// files refused); stale temporary files of earlier killed saves are removed; the file is
-// written to "TARGET.tmp-XXXXXX" beside the target and flushed to disk; the previous target is
-// kept as its backup (BackupPathFor: drawing.dxf -> drawing.bak) and the temporary file is
-// renamed over the target. On any failure (a write error, a full disk, the file-size limit)
-// every file is as it was: the target, its backup, and no temporary file left.
+// files refused); the file is written to "TARGET.tmp-XXXXXX" beside the target and flushed to
+// disk; the previous target is kept as its backup (BackupPathFor: drawing.dxf -> drawing.bak)
+// and the temporary file is renamed over the target; then temporary files that earlier,
+// killed saves of the target left are removed. On any failure (a write error, a full disk,
+// the file-size limit) every file is as it was: the target, its backup, and no temporary file.
 Status SaveDxfAtomic(const RecordStore& store, const std::string& path);
 
 }  // namespace veltor::dxf

@@ -236,6 +236,7 @@ TEST(AtomicSave, FileSizeLimitFailsTheSaveCleanly) {
   std::string target = dir.File("plan.dxf");
   WriteBytes(target, "old contents");
   WriteBytes(dir.File("plan.bak"), "older backup");
+  WriteBytes(dir.File("plan.dxf.tmp-Zz0000"), "left by a killed save");
   std::string big = BigDrawing(2000);
   ASSERT_GT(big.size(), 20000u);
   auto store = Store(big);
@@ -243,10 +244,12 @@ TEST(AtomicSave, FileSizeLimitFailsTheSaveCleanly) {
       << "the save must fail with EFBIG, and the process must survive";
   EXPECT_EQ(ReadBytes(target), "old contents");
   EXPECT_EQ(ReadBytes(dir.File("plan.bak")), "older backup");
-  EXPECT_EQ(dir.Entries(), (std::vector<std::string>{"plan.bak", "plan.dxf"}));
-  // The same save without the limit succeeds.
+  EXPECT_EQ(dir.Entries(),
+            (std::vector<std::string>{"plan.bak", "plan.dxf", "plan.dxf.tmp-Zz0000"}));
+  // The same save without the limit succeeds, and then removes the stale file.
   EXPECT_EQ(SaveUnderFileSizeLimit(*store, target, RLIM_INFINITY), 1);
   EXPECT_EQ(ReadBytes(target), big);
+  EXPECT_EQ(dir.Entries(), (std::vector<std::string>{"plan.bak", "plan.dxf"}));
 }
 
 TEST(AtomicSave, StaleTemporaryFilesOfThisTargetAreRemoved) {
