@@ -103,7 +103,14 @@ int Run(const Options& options) {
   bool still_open = false;
   for (size_t i = 0; i < session.document_count(); ++i)
     if (session.ActivateDocument(i).ok() && session.active() == first) still_open = true;
-  if (status == 0 && still_open && (!options.output.empty() || options.in_place)) {
+  bool save_asked = !options.output.empty() || options.in_place;
+  if (status != 0 && save_asked) {
+    std::fprintf(stderr, "veltor: nothing was saved: the script stopped at line %zu\n",
+                 script->line_number());
+  } else if (save_asked && !still_open) {
+    std::fprintf(stderr, "veltor: nothing was saved: the script closed the drawing\n");
+  }
+  if (status == 0 && still_open && save_asked) {
     std::string target = options.in_place ? options.drawing : options.output;
     progress.Busy("Saving " + target);
     veltor::Status saved = first->doc->Save(target);

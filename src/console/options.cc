@@ -12,8 +12,10 @@ const char kUsage[] =
     "  -s FILE       run a script: each line answers the next prompt (- reads standard input)\n"
     "  -c LINE       run one script line; may be repeated\n"
     "  -o OUT        save the drawing to OUT when the script has run\n"
-    "  --in-place    save the drawing over DRAWING (the old file is kept as DRAWING.bak)\n"
+    "  --in-place    save the drawing over DRAWING\n"
     "  --info        print a summary of DRAWING and stop\n"
+    "A file that a save replaces is kept with its extension replaced by .bak (city.dxf ->\n"
+    "city.bak); nothing is saved when a script line is refused.\n"
     "Without a script, veltor reads commands from the terminal (or from standard input when\n"
     "it is not a terminal). Exit status: 0 done, 2 usage, 3 unreadable drawing, 4 save failed,\n"
     "5 a script line was refused, 6 unreadable script.\n";

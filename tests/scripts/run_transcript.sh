@@ -1,7 +1,9 @@
 #!/usr/bin/env bash
 # Runs one console transcript: NAME.scr is the script, NAME.args the command line before it
 # (paths relative to the source tree; empty for a new drawing), NAME.out what the console must
-# print, NAME.exit its exit status when not 0. Prints a diff on mismatch.
+# print, NAME.exit its exit status when not 0, NAME.err what it must print on standard error
+# (when given; "@SCRATCH@" stands for the scratch folder). A run that does not exit with 0 must
+# not have saved @SCRATCH@/out.dxf. Prints a diff on mismatch.
 set -u
 veltor="$1"; source_dir="$2"; name="$3"
 here="$source_dir/tests/scripts"
@@ -20,6 +22,14 @@ if ! diff -u "$here/$name.out" "$scratch/out"; then
 fi
 if [ "$status" != "$expected_exit" ]; then
   echo "transcript $name: exit status $status, expected $expected_exit"; cat "$scratch/err"; exit 1
+fi
+if [ -f "$here/$name.err" ]; then
+  if ! diff -u "$here/$name.err" <(sed "s|$scratch|@SCRATCH@|g" "$scratch/err"); then
+    echo "transcript $name: standard error differs"; exit 1
+  fi
+fi
+if [ "$status" != 0 ] && [ -e "$scratch/out.dxf" ]; then
+  echo "transcript $name: exit status $status, but out.dxf was saved"; exit 1
 fi
 if [ -f "$here/$name.saved" ]; then
   "$veltor" --info "$scratch/out.dxf" | sed "s|$scratch/||" >"$scratch/saved" 2>&1

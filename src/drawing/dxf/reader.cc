@@ -146,9 +146,6 @@ Result<ReadOutcome> Parse(SourceBuffer bytes, const std::string& name) {
   // Line numbers and offsets in messages are 32-bit.
   if (bytes.size() > 0xFFFFFFF0ull)
     return Status::Error(name + ": files over 4 GB are not supported");
-  // About one record per 130 bytes and one handle per record in typical drawings.
-  outcome.store->ReserveRecords(bytes.size() / 130 + 16);
-  outcome.store->ReserveHandles(bytes.size() / 130 + 16);
   outcome.store->SetSource(std::move(bytes));
   Status status = binary ? ScanBinary(*outcome.store, outcome.warnings)
                          : ScanAscii(*outcome.store, outcome.warnings);

@@ -1,5 +1,7 @@
 #include "drawing/dxf/record_builder.h"
 
+#include <algorithm>
+
 namespace veltor::dxf {
 
 namespace {
@@ -9,6 +11,12 @@ std::string_view Trim(std::string_view s) {
   return s;
 }
 }  // namespace
+
+uint64_t RecordBuilder::WhereOf(uint64_t begin) const {
+  if (std::string_view(where_name_) != "line") return begin;
+  std::string_view source = store_.source().substr(0, begin);
+  return 1 + static_cast<uint64_t>(std::count(source.begin(), source.end(), '\n'));
+}
 
 bool RecordBuilder::Fail(uint32_t where, const std::string& reason) {
   error_ = std::string(where_name_) + " " + std::to_string(where) + ": " + reason;
@@ -29,9 +37,9 @@ Section RecordBuilder::SectionFromName(std::string_view name) const {
 
 bool RecordBuilder::CloseRecord(uint64_t end) {
   if (!have_current_) return true;
-  current_.end = end;
+  current_.size = static_cast<uint32_t>(end - current_.begin);
   Handle handle = current_.handle;
-  uint32_t where = current_.line;
+  uint32_t where = current_where_;
   RecordId id = store_.Append(std::move(current_));
   current_ = Record();
   have_current_ = false;
@@ -39,7 +47,7 @@ bool RecordBuilder::CloseRecord(uint64_t end) {
     RecordId other = store_.FindHandle(handle);
     if (other != kNoRecord)
       return Fail(where, "duplicate handle " + FormatHandle(handle) + " (already used at " +
-                             where_name_ + " " + std::to_string(store_.at(other).line) + ")");
+                             where_name_ + " " + std::to_string(WhereOf(store_.at(other).begin)) + ")");
     store_.IndexHandle(handle, id);
   }
   return true;
@@ -57,7 +65,7 @@ bool RecordBuilder::OnTag(int code, std::string_view value, uint64_t begin, uint
     if (!CloseRecord(begin)) return false;
     have_current_ = true;
     current_.begin = begin;
-    current_.line = where;
+    current_where_ = where;
     tag_in_record_ = 0;
     in_app_group_ = in_xdict_group_ = false;
     std::string_view type = code == 0 ? Trim(value) : std::string_view();
@@ -155,8 +163,44 @@ bool RecordBuilder::Finish(uint64_t end) {
   if (!CloseRecord(end)) return false;
   if (in_section_)
     return Fail(section_where_, "section " + section_name_ + " has no ENDSEC before the end of file");
-  if (!saw_eof_) warnings_.push_back("the file has no EOF marker; the drawing is complete without it");
+  if (!saw_eof_) DropDamagedTail(end);
   return true;
+}
+
+void RecordBuilder::DropDamagedTail(uint64_t end) {
+  // Every save of the drawing ends with the marker the file lacks, so what is written is
+  // well-formed DXF whether or not the drawing was changed.
+  store_.append_eof = true;
+  RecordId last_endsec = kNoRecord;
+  for (RecordId id = store_.last(); id != kNoRecord && last_endsec == kNoRecord;
+       id = store_.at(id).prev)
+    if (store_.TypeOf(id) == "ENDSEC") last_endsec = id;
+  RecordId tail = last_endsec == kNoRecord ? kNoRecord : store_.at(last_endsec).next;
+  if (tail == kNoRecord) {
+    warnings_.push_back("the file has no EOF marker; the drawing is complete without it "
+                        "(a saved copy ends with one)");
+    return;
+  }
+  // Records after the last section that are not the EOF marker: a file cut short in its
+  // last lines ("0" then "EO"). Nothing of the drawing is in them; they are dropped.
+  const Record& first = store_.at(tail);
+  std::string_view source = store_.source();
+  std::string shown;
+  for (uint64_t i = first.begin; i < end && shown.size() < 40; ++i) {
+    char c = source[i];
+    if (c == '\r' || ((c == ' ' || c == '\n') && (shown.empty() || shown.back() == ' '))) continue;
+    shown += c == '\n' ? ' ' : (c >= 32 && c < 127) ? c : '?';
+  }
+  while (!shown.empty() && shown.back() == ' ') shown.pop_back();
+  warnings_.push_back("the file has no EOF marker and ends in " + std::to_string(end - first.begin) +
+                      " bytes after its last section (" + where_name_ + " " +
+                      std::to_string(WhereOf(first.begin)) + ": '" + shown +
+                      "'); they were dropped, and a saved copy ends with EOF");
+  while (tail != kNoRecord) {
+    RecordId next = store_.at(tail).next;
+    store_.Erase(tail);
+    tail = next;
+  }
 }
 
 }  // namespace veltor::dxf

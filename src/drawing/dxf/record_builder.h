@@ -19,7 +19,10 @@ class RecordBuilder {
   // A tag that starts at byte `begin`, at line (or byte offset) `where`. Returns false on a
   // structural error, with error() set.
   bool OnTag(int code, std::string_view value, uint64_t begin, uint32_t where);
-  // Closes the last record at byte `end` and checks that every section was closed.
+  // Closes the last record at byte `end` and checks that every section was closed. A file
+  // without the EOF marker loads when its sections are complete: records after the last
+  // section (a damaged tail) are dropped, a warning says so, and the store is marked to end
+  // every save with "0 EOF".
   bool Finish(uint64_t end);
 
   bool saw_eof() const { return saw_eof_; }
@@ -31,11 +34,16 @@ class RecordBuilder {
  private:
   bool Fail(uint32_t where, const std::string& reason);
   bool CloseRecord(uint64_t end);
+  void DropDamagedTail(uint64_t end);
+  // The line (ASCII) or byte offset (binary) of the record starting at byte `begin`; counted
+  // from the source, for messages only.
+  uint64_t WhereOf(uint64_t begin) const;
   Section SectionFromName(std::string_view name) const;
 
   RecordStore& store_;
   const char* where_name_;
   Record current_;
+  uint32_t current_where_ = 0;  // line or byte offset of the current record's first tag
   bool have_current_ = false;
   int tag_in_record_ = 0;
   bool in_app_group_ = false;

@@ -1,5 +1,6 @@
 #include "drawing/dxf/record_store.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "drawing/dxf/binary_values.h"
@@ -21,7 +22,12 @@ RecordId RecordStore::InsertAfter(RecordId after, Tags tags, Section section) {
   RecordId id = static_cast<RecordId>(records_.size());
   records_.push_back(std::move(record));
   Link(id, after);
+  // Callers often edit a record right after creating it: it is packed once they are done.
+  KeepEditing(id);
   if (open_group_) {
+    // Undoing the insertion takes the record out whatever it holds, and redoing it puts it
+    // back as it is then: changes made to it in the same group need no entry of their own.
+    records_[id].undo_saved = true;
     if (open_group_->entries.empty()) redo_.clear();
     UndoEntry entry;
     entry.kind = UndoEntry::Kind::kInsert;
@@ -106,68 +112,104 @@ Tags& RecordStore::MutableTags(RecordId id) {
     ReadTags(id, *tags);
     r.tags = std::move(tags);
   }
+  KeepEditing(id);
   return *r.tags;
 }
 
+void RecordStore::KeepEditing(RecordId id) {
+  auto edited = std::find(edited_.begin(), edited_.end(), id);
+  if (edited != edited_.end()) {
+    edited_.erase(edited);
+  } else if (edited_.size() >= kEditedKept) {
+    Pack(edited_.front());
+    edited_.erase(edited_.begin());
+  }
+  edited_.push_back(id);
+}
+
+bool RecordStore::Pack(RecordId id) {
+  Record& r = records_[id];
+  if (!r.tags) return true;
+  pack_buffer_.clear();
+  for (const Tag& tag : *r.tags)
+    if (!AppendTag(tag, format_, pack_buffer_)) return false;
+  uint64_t address = arena_.Add(pack_buffer_);
+  r.begin = address;
+  r.size = static_cast<uint32_t>(pack_buffer_.size());
+  r.packed = true;
+  r.tags.reset();
+  return true;
+}
+
+void RecordStore::PackEdited() {
+  for (RecordId id : edited_) Pack(id);
+  edited_.clear();
+}
+
 void RecordStore::RecordChange(RecordId id) {
-  if (!open_group_->saved.insert(id).second) return;
+  Record& r = records_[id];
+  if (r.undo_saved) return;
+  r.undo_saved = true;
   if (open_group_->entries.empty()) redo_.clear();
-  const Record& r = records_[id];
-  auto saved = std::make_unique<Record>();
-  saved->begin = r.begin;
-  saved->end = r.end;
-  saved->handle = r.handle;
-  saved->owner = r.owner;
-  saved->xdict = r.xdict;
-  saved->line = r.line;
-  saved->type = r.type;
-  saved->section = r.section;
-  saved->paper_space = r.paper_space;
-  saved->sub_entity = r.sub_entity;
-  if (r.tags) saved->tags = std::make_unique<Tags>(*r.tags);
+  // The state saved is the record's bytes, not a copy of its tags, whenever it can be.
+  auto edited = std::find(edited_.begin(), edited_.end(), id);
+  if (edited != edited_.end()) {
+    Pack(id);
+    edited_.erase(edited);
+  }
+  RecordState saved;
+  saved.begin = r.begin;
+  saved.size = r.size;
+  saved.xdict = r.xdict;
+  saved.packed = r.packed;
+  if (r.tags) saved.tags = std::make_unique<Tags>(*r.tags);
   UndoEntry entry;
   entry.kind = UndoEntry::Kind::kChange;
   entry.id = id;
-  entry.saved = std::move(saved);
-  open_group_->entries.push_back(std::move(entry));
+  entry.saved = static_cast<uint32_t>(open_group_->saved.size());
+  open_group_->saved.push_back(std::move(saved));
+  open_group_->entries.push_back(entry);
 }
 
-void RecordStore::SwapState(Record& a, Record& b) {
-  std::swap(a.begin, b.begin);
-  std::swap(a.end, b.end);
-  std::swap(a.handle, b.handle);
-  std::swap(a.owner, b.owner);
-  std::swap(a.xdict, b.xdict);
-  std::swap(a.line, b.line);
-  std::swap(a.type, b.type);
-  std::swap(a.section, b.section);
-  std::swap(a.paper_space, b.paper_space);
-  std::swap(a.sub_entity, b.sub_entity);
-  std::swap(a.tags, b.tags);
+void RecordStore::SwapState(Record& r, RecordState& state) {
+  std::swap(r.begin, state.begin);
+  std::swap(r.size, state.size);
+  std::swap(r.xdict, state.xdict);
+  bool packed = r.packed;
+  r.packed = state.packed;
+  state.packed = packed;
+  std::swap(r.tags, state.tags);
 }
 
 void RecordStore::BeginUndoGroup() {
+  PackEdited();
   if (!open_group_) open_group_ = std::make_unique<UndoGroup>();
 }
 
+void RecordStore::ForgetSavedMarks(const UndoGroup& group) {
+  for (const UndoEntry& e : group.entries)
+    if (e.kind != UndoEntry::Kind::kErase) records_[e.id].undo_saved = false;
+}
+
 UndoGroup* RecordStore::EndUndoGroup(bool keep_empty) {
+  PackEdited();
   if (!open_group_) return nullptr;
   std::unique_ptr<UndoGroup> group = std::move(open_group_);
+  ForgetSavedMarks(*group);
   if (group->entries.empty() && !keep_empty) return nullptr;
   // An empty group is still a step the user can undo; what could be redone is gone as after
   // any other command.
   if (group->entries.empty()) redo_.clear();
-  group->saved.clear();
   undo_.push_back(std::move(group));
   return undo_.back().get();
 }
 
 void RecordStore::Replay(UndoGroup& group, bool backwards) {
-  auto apply = [this, backwards](UndoEntry& e) {
+  auto apply = [this, backwards, &group](UndoEntry& e) {
     Record& r = records_[e.id];
     switch (e.kind) {
       case UndoEntry::Kind::kChange:
-        SwapState(r, *e.saved);
+        SwapState(r, group.saved[e.saved]);
         break;
       case UndoEntry::Kind::kInsert:
         if (backwards) {
@@ -195,15 +237,17 @@ void RecordStore::Replay(UndoGroup& group, bool backwards) {
 }
 
 std::unique_ptr<UndoGroup> RecordStore::CancelUndoGroup() {
+  PackEdited();
   if (!open_group_) return nullptr;
   std::unique_ptr<UndoGroup> group = std::move(open_group_);
+  ForgetSavedMarks(*group);
   Replay(*group, true);
-  group->saved.clear();
   return group;
 }
 
 const UndoGroup* RecordStore::Undo() {
   if (open_group_ || undo_.empty()) return nullptr;
+  PackEdited();
   std::unique_ptr<UndoGroup> group = std::move(undo_.back());
   undo_.pop_back();
   Replay(*group, true);
@@ -213,6 +257,7 @@ const UndoGroup* RecordStore::Undo() {
 
 const UndoGroup* RecordStore::Redo() {
   if (open_group_ || redo_.empty()) return nullptr;
+  PackEdited();
   std::unique_ptr<UndoGroup> group = std::move(redo_.back());
   redo_.pop_back();
   Replay(*group, false);
@@ -221,13 +266,15 @@ const UndoGroup* RecordStore::Redo() {
 }
 
 void RecordStore::ClearUndo() {
+  if (open_group_) ForgetSavedMarks(*open_group_);
   open_group_.reset();
   undo_.clear();
   redo_.clear();
 }
 
 void RecordStore::ReadBinaryTags(const Record& r, Tags& out) const {
-  BinaryCursor cursor(source_.view(), r.begin, r.end, format_.binary_one_byte_codes);
+  std::string_view bytes = RecordBytes(r);
+  BinaryCursor cursor(bytes, 0, bytes.size(), format_.binary_one_byte_codes);
   Tag tag;
   std::string error;
   while (cursor.Next(tag, error)) out.push_back(tag);

@@ -3,8 +3,10 @@
 // A record is the run of tags from one group-code-0 tag to the next ("0 LINE" and its tags,
 // "0 SECTION" with its name, "0 ENDSEC", ...); the HEADER and THUMBNAILIMAGE sections are one
 // record each. An unchanged record is a byte range of the source buffer and is written back
-// byte for byte; a record that was changed or created holds its own tags. Records form a
-// linked list in storage order, so inserting into a million-record file costs O(1).
+// byte for byte. A record that was changed or created is held as its tags while it is being
+// edited, then packed: its tags written in the file's own style into the store's arena, which
+// costs what the saved file will hold rather than a string per tag. Records form a linked
+// list in storage order, so inserting into a million-record file costs O(1).
 #pragma once
 
 #include <cstdint>
@@ -16,53 +18,16 @@
 #include <unordered_map>
 #include <vector>
 
+#include "drawing/dxf/byte_arena.h"
 #include "drawing/dxf/handle_index.h"
 #include "drawing/dxf/source_buffer.h"
 #include "drawing/dxf/tag.h"
+#include "drawing/dxf/tag_encoding.h"
+#include "drawing/dxf/record.h"
+#include "drawing/dxf/record_table.h"
 #include "drawing/dxf/undo_log.h"
 
 namespace veltor::dxf {
-
-using Handle = uint64_t;  // 0 is "no handle"
-using RecordId = uint32_t;
-inline constexpr RecordId kNoRecord = 0xFFFFFFFFu;
-
-enum class Section : uint8_t {
-  kNone,  // before the first section, or a headerless file's loose records
-  kHeader,
-  kClasses,
-  kTables,
-  kBlocks,
-  kEntities,
-  kObjects,
-  kThumbnail,
-  kAcdsData,
-  kOther,
-};
-
-struct FileFormat {
-  bool binary = false;
-  bool binary_one_byte_codes = false;  // binary R12: one-byte group codes, 255 escapes
-  bool crlf = false;                   // ASCII line ends
-  bool right_aligned_codes = true;     // "  0" rather than "0"
-};
-
-struct Record {
-  uint64_t begin = 0;  // byte range in the source buffer, for unchanged records
-  uint64_t end = 0;
-  Handle handle = 0;
-  Handle owner = 0;  // the first 330 outside application groups
-  Handle xdict = 0;  // the extension dictionary (360 inside {ACAD_XDICTIONARY)
-  RecordId next = kNoRecord;
-  RecordId prev = kNoRecord;
-  uint32_t line = 0;  // 1-based line (ASCII) or byte offset (binary) of the first tag
-  uint16_t type = 0;  // index into the store's type names
-  Section section = Section::kNone;
-  bool erased = false;
-  bool paper_space = false;  // group 67 = 1
-  bool sub_entity = false;   // VERTEX, SEQEND or ATTRIB following its owner in a section
-  std::unique_ptr<Tags> tags;  // own tags once changed or created
-};
 
 class RecordStore {
  public:
@@ -78,6 +43,8 @@ class RecordStore {
   // Bytes before the first tag (the binary sentinel) and after "0 EOF", written back as they are.
   std::string prefix;
   std::string trailer;
+  // The file had no "0 EOF": the writer adds it after the last record (before the trailer).
+  bool append_eof = false;
 
   // --- records ---
   size_t size() const { return records_.size(); }
@@ -101,9 +68,15 @@ class RecordStore {
   template <typename Fn>
   void ForEachTag(RecordId id, Fn&& fn) const;
 
-  // The record's own tags, materialised on first call; marks the record changed.
+  // The record's own tags, for editing; marks the record changed. The reference is valid
+  // until the next call of MutableTags (for any record), InsertAfter, Begin/EndUndoGroup,
+  // Undo or Redo: edited records are packed again by then.
   Tags& MutableTags(RecordId id);
-  bool IsChanged(RecordId id) const { return records_[id].tags != nullptr; }
+  bool IsChanged(RecordId id) const { return records_[id].tags != nullptr || records_[id].packed; }
+  // The bytes of a record that holds no tags: from the source or the arena.
+  std::string_view RecordBytes(const Record& r) const {
+    return r.packed ? arena_.View(r.begin, r.size) : source_.view().substr(r.begin, r.size);
+  }
 
   // --- record types ---
   uint16_t InternType(std::string_view name);
@@ -114,8 +87,6 @@ class RecordStore {
   // Index of every handle; rebuilt by the reader, kept up to date by InsertAfter.
   RecordId FindHandle(Handle handle) const;
   void IndexHandle(Handle handle, RecordId id);
-  void ReserveHandles(size_t n) { handle_index_.reserve(n); }
-  void ReserveRecords(size_t n) { records_.reserve(n); }
   Handle max_handle() const { return max_handle_; }
 
   // --- undo ---
@@ -141,17 +112,34 @@ class RecordStore {
 
  private:
   void RecordChange(RecordId id);
+  // Clears the undo_saved marks of the records a group changed or inserted.
+  void ForgetSavedMarks(const UndoGroup& group);
   void Unlink(RecordId id);
-  // Swaps every field of the two records but their links and erased state.
-  static void SwapState(Record& a, Record& b);
+  // Swaps what undo restores between a record and a saved state.
+  static void SwapState(Record& r, RecordState& state);
   void Replay(UndoGroup& group, bool backwards);
 
   void ReadBinaryTags(const Record& record, Tags& out) const;
   void Link(RecordId id, RecordId after);
+  // Writes the record's tags into the arena and drops them; false (tags kept) when they
+  // cannot be packed.
+  bool Pack(RecordId id);
+  // Packs every record being edited.
+  void PackEdited();
+  // Makes `id` (which holds tags) the most recently edited record, packing the least
+  // recently edited one when more than kEditedKept would be kept.
+  void KeepEditing(RecordId id);
+
+  // Records being edited (holding tags), most recent last; a few are kept so that a command
+  // editing the same records in turn does not pack them again at every change.
+  static constexpr size_t kEditedKept = 8;
 
   SourceBuffer source_;
+  ByteArena arena_;
+  std::string pack_buffer_;
+  std::vector<RecordId> edited_;
   FileFormat format_;
-  std::vector<Record> records_;
+  RecordTable records_;
   RecordId first_ = kNoRecord;
   RecordId last_ = kNoRecord;
   std::deque<std::string> type_names_;
@@ -179,8 +167,9 @@ void RecordStore::ForEachTag(RecordId id, Fn&& fn) const {
     return;
   }
   // Lines of a DXF file are short: an inline scan beats a memchr call per line.
-  const char* p = source_.data() + r.begin;
-  const char* end = source_.data() + r.end;
+  std::string_view bytes = RecordBytes(r);
+  const char* p = bytes.data();
+  const char* end = p + bytes.size();
   while (p < end) {
     int code = 0;
     bool negative = false;

@@ -7,30 +7,30 @@
 #pragma once
 
 #include <cstdint>
-#include <memory>
+#include <deque>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
-#include "drawing/dxf/tag.h"
+#include "drawing/dxf/record.h"
 
 namespace veltor::dxf {
-
-using RecordId = uint32_t;
-struct Record;
 
 struct UndoEntry {
   enum class Kind : uint8_t { kChange, kInsert, kErase };
   Kind kind = Kind::kChange;
   RecordId id = 0;
-  RecordId prev = 0;              // kErase: the neighbour before the record when erased
-  std::unique_ptr<Record> saved;  // kChange: the other state (before on undo, after on redo)
+  RecordId prev = 0;   // kErase: the neighbour before the record when erased
+  uint32_t saved = 0;  // kChange: index in UndoGroup::saved of the other state
 };
 
 struct UndoGroup {
   std::string label;  // what the group did (the command's name)
-  std::vector<UndoEntry> entries;
-  std::unordered_set<RecordId> saved;  // records with a kChange entry in this group
+  // Deques grow without copying what they hold: a command changing a million records
+  // does not need twice their size while its group grows.
+  std::deque<UndoEntry> entries;
+  // kChange: the record's other state (before on undo, after on redo). A changed record's
+  // bytes are in the store's arena, so this is a byte range, not a copy of its tags.
+  std::deque<RecordState> saved;
   // State the store's owner keeps beside the records, before and after the group.
   std::vector<uint64_t> owner_before;
   std::vector<uint64_t> owner_after;

@@ -37,6 +37,7 @@ std::unique_ptr<Document> Document::NewBlank(std::string_view acadver) {
   auto doc = FromBytes(BlankDrawingText(acadver), "new drawing");
   // The template is part of the program; failing to read it is a programming error.
   if (!doc.ok()) std::abort();
+  (*doc)->path_.clear();  // no file yet (the session gives it a name such as Drawing1.dxf)
   return std::move(doc.value());
 }
 

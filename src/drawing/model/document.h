@@ -29,7 +29,7 @@ class Document {
   // Opens a DXF file; warnings() then says what was tolerated.
   static Result<std::unique_ptr<Document>> Open(const std::string& path);
   static Result<std::unique_ptr<Document>> FromBytes(std::string bytes, const std::string& name);
-  // A new empty drawing of the given version ("AC1015" ... "AC1032").
+  // A new empty drawing of the given version ("AC1015" ... "AC1032"); it has no path.
   static std::unique_ptr<Document> NewBlank(std::string_view acadver = "AC1032");
 
   // Writes to `path` atomically (see dxf::SaveDxfAtomic), first storing $HANDSEED.
@@ -38,6 +38,7 @@ class Document {
   dxf::RecordStore& store() { return *store_; }
   const dxf::RecordStore& store() const { return *store_; }
   const std::vector<std::string>& warnings() const { return warnings_; }
+  // The file the drawing was read from or last saved to; empty for a new drawing.
   const std::string& path() const { return path_; }
 
   // --- header ---
@@ -64,6 +65,8 @@ class Document {
   Handle NewHandle();
   const std::string& TypeOf(RecordId id) const { return store_->TypeOf(id); }
   Tags TagsOf(RecordId id) const { return store_->TagsOf(id); }
+  // The record's tags for editing (see dxf::RecordStore::MutableTags): the reference is
+  // valid until the next MutableTags, record insertion, undo group boundary, Undo or Redo.
   Tags& MutableTags(RecordId id) {
     MarkModified();
     return store_->MutableTags(id);

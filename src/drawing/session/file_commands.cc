@@ -9,6 +9,31 @@ namespace veltor::session {
 
 namespace {
 
+// A path as typed at a path prompt: surrounding blanks dropped, and one pair of double
+// quotes around it removed ("my file.dxf"), so that names with spaces can be given.
+std::string PathAnswer(const std::string& typed) {
+  size_t begin = typed.find_first_not_of(" \t");
+  if (begin == std::string::npos) return std::string();
+  size_t end = typed.find_last_not_of(" \t");
+  std::string path = typed.substr(begin, end - begin + 1);
+  if (path.size() >= 2 && path.front() == '"' && path.back() == '"')
+    path = path.substr(1, path.size() - 2);
+  return path;
+}
+
+// Asks for a path; empty when the prompt was cancelled or answered with nothing.
+std::string AskPath(Session& s, const std::string& prompt) {
+  od::PromptResult<std::string> answer = s.Ed().GetString(prompt, true);
+  if (answer.status != od::PromptStatus::kOk) return std::string();
+  return PathAnswer(answer.value);
+}
+
+// Where SAVE writes: the drawing's file, or for a drawing that has none (NEW, or a console
+// started without a drawing) its name ("Drawing1.dxf") in the current folder.
+std::string SavePath(const SessionDocument& doc) {
+  return doc.doc->path().empty() ? doc.name : doc.doc->path();
+}
+
 // Asks whether to save a modified drawing first. Returns false when the user cancelled (or
 // the save failed), so the caller must not go on.
 bool OfferToSave(Session& s, SessionDocument& doc) {
@@ -23,13 +48,7 @@ bool OfferToSave(Session& s, SessionDocument& doc) {
       });
   if (!answered || od::MatchesKeyword(choice, "cancel")) return false;
   if (od::MatchesKeyword(choice, "no")) return true;
-  std::string path = doc.doc->path();
-  if (path.empty()) {
-    od::PromptResult<std::string> to = s.Ed().GetString("Save drawing as: ", true);
-    if (to.status != od::PromptStatus::kOk || to.value.empty()) return false;
-    path = to.value;
-  }
-  Status saved = doc.doc->Save(path);
+  Status saved = doc.doc->Save(SavePath(doc));
   if (!saved.ok()) {
     s.Print("Error: " + saved.message() + "\n");
     return false;
@@ -48,9 +67,9 @@ void SaveTo(Session& s, const std::string& path) {
 }
 
 void Open(Session& s) {
-  od::PromptResult<std::string> path = s.Ed().GetString("File to open: ", true);
-  if (path.status != od::PromptStatus::kOk || path.value.empty()) return;
-  Status opened = s.OpenDocument(path.value);
+  std::string path = AskPath(s, "File to open: ");
+  if (path.empty()) return;
+  Status opened = s.OpenDocument(path);
   if (!opened.ok()) {
     s.editor().Refuse("Error: " + opened.message());
     return;
@@ -63,12 +82,7 @@ void Open(Session& s) {
 void Save(Session& s) {
   SessionDocument* doc = s.active();
   if (!doc) return s.Print("No drawing is open.\n");
-  if (doc->doc->path().empty()) {
-    od::PromptResult<std::string> path = s.Ed().GetString("Save drawing as: ", true);
-    if (path.status != od::PromptStatus::kOk || path.value.empty()) return;
-    return SaveTo(s, path.value);
-  }
-  SaveTo(s, doc->doc->path());
+  SaveTo(s, SavePath(*doc));
 }
 
 // Asks for the file format; Enter keeps the drawing's own release. Nothing when cancelled
@@ -102,16 +116,16 @@ void SaveConverted(Session& s, const std::string& path, const SaveFormat& format
 void SaveAs(Session& s) {
   SessionDocument* doc = s.active();
   if (!doc) return s.Print("No drawing is open.\n");
-  od::PromptResult<std::string> path = s.Ed().GetString("Save drawing as: ", true);
-  if (path.status != od::PromptStatus::kOk || path.value.empty()) return;
+  std::string path = AskPath(s, "Save drawing as: ");
+  if (path.empty()) return;
   const std::string own = doc->doc->version();
   const SaveFormat* format = AskFormat(s, own);
   if (!format) return;
   std::string target = *format->acadver ? format->acadver : own;
   SaveDecision decision = PlanSave(own, target);
   switch (decision.plan) {
-    case SavePlan::kAsIs: return SaveTo(s, path.value);
-    case SavePlan::kUpgrade: return SaveConverted(s, path.value, *format);
+    case SavePlan::kAsIs: return SaveTo(s, path);
+    case SavePlan::kUpgrade: return SaveConverted(s, path, *format);
     case SavePlan::kRefuse: return (void)s.editor().Refuse("Error: " + decision.reason);
   }
 }
@@ -141,7 +155,7 @@ void RegisterFileCommands(Session& s) {
   for (const char* name : {"OPEN", "NEW", "SAVE", "SAVEAS", "CLOSE", "QUIT"}) s.MarkNotUndoStep(name);
   AddHostCommand(s, "OPEN", od::kCmdModal, "Opens a drawing (asks for its path)", [&s] { Open(s); });
   AddHostCommand(s, "NEW", od::kCmdModal, "Starts a new empty drawing", [&s] { s.NewDocument(); });
-  AddHostCommand(s, "SAVE", od::kCmdModal, "Saves the drawing under its name (the old file is kept as .bak)",
+  AddHostCommand(s, "SAVE", od::kCmdModal, "Saves the drawing under its name (the old file is kept as NAME.bak: city.dxf -> city.bak)",
                  [&s] { Save(s); });
   AddHostCommand(s, "SAVEAS", od::kCmdModal, "Saves the drawing under a new name, in its own or a later release", [&s] { SaveAs(s); });
   AddHostCommand(s, "CLOSE", od::kCmdModal, "Closes the drawing", [&s] { Close(s); });

@@ -29,7 +29,15 @@ using testing::WriteToString;
   return ::testing::AssertionSuccess();
 }
 
-// Every damaged file either fails with a located message or loads and writes back unchanged.
+bool Mentions(const std::vector<std::string>& warnings, const std::string& word) {
+  for (const std::string& w : warnings)
+    if (w.find(word) != std::string::npos) return true;
+  return false;
+}
+
+// Every damaged file either fails with a located message, or loads and writes back unchanged,
+// or (a file without the EOF marker) writes back what it had up to its last section followed
+// by "0 EOF", which then loads without that warning.
 void CheckEveryFileIn(const std::string& dir) {
   std::vector<std::string> names = FilesIn(dir, ".dxf");
   ASSERT_FALSE(names.empty()) << dir;
@@ -40,7 +48,20 @@ void CheckEveryFileIn(const std::string& dir) {
       EXPECT_TRUE(NamesFileAndPlace(doc.message(), path)) << name;
       continue;
     }
-    EXPECT_EQ(WriteToString((*doc)->store()), ReadBytes(path)) << name;
+    std::string written = WriteToString((*doc)->store());
+    std::string input = ReadBytes(path);
+    if (!Mentions((*doc)->warnings(), "no EOF marker")) {
+      EXPECT_EQ(written, input) << name;
+      continue;
+    }
+    size_t eof = written.rfind("EOF");
+    ASSERT_NE(eof, std::string::npos) << name;
+    size_t kept = written.rfind("ENDSEC", eof);
+    ASSERT_NE(kept, std::string::npos) << name;
+    EXPECT_EQ(written.compare(0, kept, input, 0, kept), 0) << name;
+    auto again = Document::FromBytes(written, name);
+    ASSERT_TRUE(again.ok()) << again.message();
+    EXPECT_FALSE(Mentions((*again)->warnings(), "EOF")) << name;
   }
 }
 
@@ -110,11 +131,13 @@ TEST(BrokenInput, MissingEndsecWithoutEofNamesTheSectionStart) {
 }
 
 TEST(BrokenInput, ToleratedDamageIsReported) {
-  // No EOF marker: complete otherwise, so it loads and says so.
+  // No EOF marker: complete otherwise, so it loads, says so, and is written with the marker.
   auto no_eof = Document::FromBytes("  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n", "a.dxf");
   ASSERT_TRUE(no_eof.ok()) << no_eof.message();
   ASSERT_EQ((*no_eof)->warnings().size(), 1u);
   EXPECT_NE((*no_eof)->warnings()[0].find("EOF"), std::string::npos);
+  EXPECT_EQ(WriteToString((*no_eof)->store()),
+            "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\n");
   // Bytes after EOF are kept, and reported.
   std::string trash = "  0\nSECTION\n  2\nENTITIES\n  0\nENDSEC\n  0\nEOF\ngarbage here";
   auto after_eof = Document::FromBytes(trash, "b.dxf");
@@ -126,6 +149,45 @@ TEST(BrokenInput, ToleratedDamageIsReported) {
   auto empty = Document::FromBytes("", "c.dxf");
   ASSERT_FALSE(empty.ok());
   EXPECT_EQ(empty.message().compare(0, 7, "c.dxf: "), 0) << empty.message();
+}
+
+// A file cut short inside its EOF marker: the cut marker is dropped, the warning says what
+// and where, and what is written (changed or not) ends with a whole "0 EOF".
+TEST(BrokenInput, DamagedTailIsDroppedAndEveryCopyEndsWithEof) {
+  const std::string kept =
+      "  0\r\nSECTION\r\n  2\r\nENTITIES\r\n  0\r\nLINE\r\n  5\r\n1A\r\n  0\r\nENDSEC\r\n";
+  auto doc = Document::FromBytes(kept + "  0\r\nEO", "cut.dxf");
+  ASSERT_TRUE(doc.ok()) << doc.message();
+  ASSERT_EQ((*doc)->warnings().size(), 1u);
+  EXPECT_EQ((*doc)->warnings()[0],
+            "the file has no EOF marker and ends in 7 bytes after its last section (line 11: "
+            "'0 EO'); they were dropped, and a saved copy ends with EOF");
+  EXPECT_EQ(WriteToString((*doc)->store()), kept + "  0\r\nEOF\r\n");
+  EXPECT_NE((*doc)->Find(0x1A), kNoRecord);
+
+  // Loose tags after the last section, with a handle of their own, go too.
+  auto loose = Document::FromBytes(kept + "  0\r\nLINE\r\n  5\r\n2B\r\n", "loose.dxf");
+  ASSERT_TRUE(loose.ok()) << loose.message();
+  EXPECT_EQ(WriteToString((*loose)->store()), kept + "  0\r\nEOF\r\n");
+  EXPECT_EQ((*loose)->Find(0x2B), kNoRecord);
+}
+
+TEST(BrokenInput, BinaryFileWithoutEofGetsABinaryEof) {
+  // Binary DXF: sentinel, then (code, value) pairs with two-byte codes and zero-ended text.
+  std::string sentinel("AutoCAD Binary DXF\r\n\x1a\0", 22);
+  auto tag = [](int code, const std::string& text) {
+    std::string t(1, static_cast<char>(code & 0xFF));
+    t += static_cast<char>(code >> 8);
+    t += text;
+    t += '\0';
+    return t;
+  };
+  std::string body = tag(0, "SECTION") + tag(2, "ENTITIES") + tag(0, "ENDSEC");
+  for (const std::string& tail : {std::string(), tag(0, "EO")}) {
+    auto doc = Document::FromBytes(sentinel + body + tail, "cut.dxb");
+    ASSERT_TRUE(doc.ok()) << doc.message();
+    EXPECT_EQ(WriteToString((*doc)->store()), sentinel + body + tag(0, "EOF"));
+  }
 }
 
 // Every real file cut short at twenty points: an error that names the file and the place, or

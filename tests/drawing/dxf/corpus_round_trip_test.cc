@@ -76,7 +76,7 @@ TEST(CorpusRoundTrip, AsciiFilesRewrittenFromTagsReadBackAsTheSameTags) {
     ASSERT_EQ(a.size(), b.size()) << name;
     RecordId x = a.first(), y = b.first();
     for (; x != kNoRecord && y != kNoRecord; x = a.at(x).next, y = b.at(y).next) {
-      ASSERT_EQ(a.TagsOf(x), b.TagsOf(y)) << name << ": record at line " << a.at(x).line;
+      ASSERT_EQ(a.TagsOf(x), b.TagsOf(y)) << name << ": record at byte " << a.at(x).begin;
       EXPECT_EQ(a.at(x).handle, b.at(y).handle);
       EXPECT_EQ(a.at(x).owner, b.at(y).owner);
     }
@@ -103,7 +103,7 @@ TEST(CorpusRoundTrip, HandlesOwnersAndSectionsAreIndexed) {
   EXPECT_EQ(s.at(line).xdict, 0x3Bu);
   EXPECT_TRUE(s.at(line).paper_space);
   EXPECT_EQ(s.at(line).section, Section::kEntities);
-  EXPECT_EQ(s.at(line).line, 5u);
+  EXPECT_EQ(s.at(line).begin, 25u);  // after "0 SECTION 2 ENTITIES"
   EXPECT_FALSE(s.at(s.FindHandle(0x2B)).sub_entity);
   EXPECT_TRUE(s.at(s.FindHandle(0x2C)).sub_entity);
   EXPECT_TRUE(s.at(s.FindHandle(0x2D)).sub_entity);

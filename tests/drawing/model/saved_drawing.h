@@ -27,8 +27,7 @@ inline std::unique_ptr<model::Document> SaveAndReload(model::Document& doc, cons
 }
 
 inline std::string_view RecordBytes(const dxf::RecordStore& store, dxf::RecordId id) {
-  const dxf::Record& r = store.at(id);
-  return std::string_view(store.source()).substr(r.begin, r.end - r.begin);
+  return store.RecordBytes(store.at(id));
 }
 
 inline size_t ChangedRecords(const dxf::RecordStore& store) {
