@@ -16,6 +16,7 @@
 
 #include "drawing/dxf/reader.h"
 #include "drawing/dxf/writer.h"
+#include "write_to_string.h"
 #include "drawing/model/blocks.h"
 #include "drawing/model/document.h"
 #include "drawing/model/entity.h"
@@ -24,6 +25,8 @@
 #include "drawing/objectdata/od_store.h"
 
 namespace {
+
+using veltor::fuzz::WriteToString;
 
 using veltor::model::Document;
 using veltor::model::RecordId;
@@ -34,20 +37,6 @@ namespace od = veltor::objectdata;
 void Fail(const char* what, const std::string& detail) {
   std::fprintf(stderr, "dxf_reader_fuzzer: %s: %s\n", what, detail.c_str());
   std::abort();
-}
-
-// The whole file as WriteDxf produces it; an empty string when writing failed (which is
-// allowed: the writer reports errors as a Status).
-bool WriteToString(const dxf::RecordStore& store, std::string& out) {
-  char* buffer = nullptr;
-  size_t size = 0;
-  std::FILE* stream = open_memstream(&buffer, &size);
-  if (!stream) return false;
-  veltor::Status written = dxf::WriteDxf(store, stream);
-  std::fclose(stream);
-  out.assign(buffer ? buffer : "", size);
-  std::free(buffer);
-  return written.ok();
 }
 
 // Reads everything a command could read from the drawing. Returns a number that depends on

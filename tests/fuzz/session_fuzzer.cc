@@ -30,11 +30,14 @@
 #include "console/console_ui.h"
 #include "drawing/dxf/reader.h"
 #include "drawing/dxf/writer.h"
+#include "write_to_string.h"
 #include "drawing/model/document.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/session.h"
 
 namespace {
+
+using veltor::fuzz::WriteToString;
 
 namespace dxf = veltor::dxf;
 namespace model = veltor::model;
@@ -68,18 +71,6 @@ void AddFolder(const std::string& dir) {
     bytes << in.rdbuf();
     if (bytes.str().size() <= 256 * 1024) drawings->push_back({name, bytes.str()});
   }
-}
-
-bool WriteToString(const dxf::RecordStore& store, std::string& out) {
-  char* buffer = nullptr;
-  size_t size = 0;
-  std::FILE* stream = open_memstream(&buffer, &size);
-  if (!stream) return false;
-  veltor::Status written = dxf::WriteDxf(store, stream);
-  std::fclose(stream);
-  out.assign(buffer ? buffer : "", size);
-  std::free(buffer);
-  return written.ok();
 }
 
 std::vector<std::string> Lines(const uint8_t* data, size_t size) {
