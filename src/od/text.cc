@@ -12,16 +12,9 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// One step of UTF-8 decoding. `valid` is false for an ill-formed sequence, whose `length`
-// is then the maximal subpart (the bytes that could still have begun a well-formed sequence,
-// at least one).
-struct Decoded {
-  char32_t code_point;
-  std::size_t length;
-  bool valid;
-};
+}  // namespace
 
-Decoded DecodeUtf8(std::string_view s, std::size_t i) {
+Utf8Char DecodeUtf8(std::string_view s, std::size_t i) {
   const auto byte = [&](std::size_t k) { return static_cast<unsigned char>(s[k]); };
   const unsigned char b0 = byte(i);
   if (b0 < 0x80) return {b0, 1, true};
@@ -75,6 +68,8 @@ void AppendUtf8(char32_t cp, std::string& out) {
     out += static_cast<char>(0x80 | (cp & 0x3F));
   }
 }
+
+namespace {
 
 // A key whose order is the order of the code point's UTF-16 code units. Decoded code points
 // are never surrogates, so only U+E000..U+FFFF have to move above the supplementary planes.
@@ -279,7 +274,7 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
   std::u16string out;
   out.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size();) {
-    const Decoded d = DecodeUtf8(utf8, i);
+    const Utf8Char d = DecodeUtf8(utf8, i);
     i += d.length;
     if (d.code_point >= 0x10000) {
       const char32_t v = d.code_point - 0x10000;
@@ -292,9 +287,23 @@ std::u16string Utf8ToUtf16(std::string_view utf8) {
   return out;
 }
 
+std::string RepairUtf8(std::string_view utf8) {
+  std::string out;
+  out.reserve(utf8.size());
+  for (std::size_t i = 0; i < utf8.size();) {
+    const Utf8Char d = DecodeUtf8(utf8, i);
+    if (d.valid)
+      out.append(utf8.substr(i, d.length));
+    else
+      AppendUtf8(kReplacement, out);
+    i += d.length;
+  }
+  return out;
+}
+
 bool IsValidUtf8(std::string_view utf8) {
   for (std::size_t i = 0; i < utf8.size();) {
-    const Decoded d = DecodeUtf8(utf8, i);
+    const Utf8Char d = DecodeUtf8(utf8, i);
     if (!d.valid) return false;
     i += d.length;
   }
@@ -324,8 +333,8 @@ std::string Utf16ToUtf8(std::u16string_view utf16) {
 int CompareOrdinalUtf16(std::string_view a, std::string_view b) {
   std::size_t i = 0, j = 0;
   while (i < a.size() && j < b.size()) {
-    const Decoded da = DecodeUtf8(a, i);
-    const Decoded db = DecodeUtf8(b, j);
+    const Utf8Char da = DecodeUtf8(a, i);
+    const Utf8Char db = DecodeUtf8(b, j);
     const uint32_t ka = Utf16OrderKey(da.code_point);
     const uint32_t kb = Utf16OrderKey(db.code_point);
     if (ka != kb) return ka < kb ? -1 : 1;
@@ -343,7 +352,7 @@ std::string ToLowerUnicode(std::string_view utf8) {
   std::string out;
   out.reserve(utf8.size());
   for (std::size_t i = 0; i < utf8.size();) {
-    const Decoded d = DecodeUtf8(utf8, i);
+    const Utf8Char d = DecodeUtf8(utf8, i);
     if (d.valid) {
       AppendUtf8(SimpleLowerCase(d.code_point), out);
     } else {

@@ -20,6 +20,20 @@ namespace veltor::od {
 // U+FFFD per maximal ill-formed subpart, as the Unicode standard recommends.
 std::u16string Utf8ToUtf16(std::string_view utf8);
 
+// One step of UTF-8 decoding at byte `i` (< s.size()). `valid` is false for an ill-formed
+// sequence (stray or missing continuation bytes, overlong forms, surrogates, code points above
+// U+10FFFF); `code_point` is then U+FFFD and `length` the maximal subpart, at least one byte.
+struct Utf8Char {
+  char32_t code_point;
+  std::size_t length;
+  bool valid;
+};
+Utf8Char DecodeUtf8(std::string_view s, std::size_t i);
+// Appends the UTF-8 form of a code point (not a surrogate, at most U+10FFFF).
+void AppendUtf8(char32_t code_point, std::string& out);
+// `utf8` with every ill-formed sequence replaced by one U+FFFD per maximal subpart.
+std::string RepairUtf8(std::string_view utf8);
+
 // True when `utf8` is well-formed UTF-8 (no stray, overlong, surrogate or truncated sequence).
 bool IsValidUtf8(std::string_view utf8);
 

@@ -109,8 +109,8 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, CorpusSession, ::testing::ValuesIn(CorpusDrawings()),
-                         [](const ::testing::TestParamInfo<std::string>& info) {
-                           std::string name = info.param.substr(0, info.param.size() - 4);
+                         [](const ::testing::TestParamInfo<std::string>& drawing) {
+                           std::string name = drawing.param.substr(0, drawing.param.size() - 4);
                            for (char& c : name)
                              if (!std::isalnum(static_cast<unsigned char>(c))) c = '_';
                            return name;

@@ -4,49 +4,13 @@
 #include <cerrno>
 #include <vector>
 
+#include "od/text.h"
+
 namespace veltor::dxf {
 
 namespace {
 
 const iconv_t kNoConverter = reinterpret_cast<iconv_t>(-1);
-
-void AppendUtf8(uint32_t cp, std::string& out) {
-  if (cp < 0x80) {
-    out += static_cast<char>(cp);
-  } else if (cp < 0x800) {
-    out += static_cast<char>(0xC0 | (cp >> 6));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else if (cp < 0x10000) {
-    out += static_cast<char>(0xE0 | (cp >> 12));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (cp >> 18));
-    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  }
-}
-
-// Decodes one UTF-8 sequence at s[i]; returns its length (1 for an invalid byte, cp = FFFD).
-size_t NextUtf8(std::string_view s, size_t i, uint32_t& cp) {
-  unsigned char c = static_cast<unsigned char>(s[i]);
-  size_t n = c < 0x80 ? 1 : (c >> 5) == 6 ? 2 : (c >> 4) == 14 ? 3 : (c >> 3) == 30 ? 4 : 0;
-  if (n == 0 || i + n > s.size()) {
-    cp = 0xFFFD;
-    return 1;
-  }
-  cp = n == 1 ? c : n == 2 ? (c & 0x1F) : n == 3 ? (c & 0x0F) : (c & 0x07);
-  for (size_t k = 1; k < n; ++k) {
-    unsigned char cc = static_cast<unsigned char>(s[i + k]);
-    if ((cc & 0xC0) != 0x80) {
-      cp = 0xFFFD;
-      return 1;
-    }
-    cp = (cp << 6) | (cc & 0x3F);
-  }
-  return n;
-}
 
 bool IsPlainAscii(std::string_view s) {
   for (char c : s)
@@ -93,7 +57,7 @@ std::string ResolveEscapes(std::string_view s) {
     } else if (cp >= 0xDC00 && cp <= 0xDFFF) {
       cp = 0xFFFD;
     }
-    AppendUtf8(static_cast<uint32_t>(cp), out);
+    od::AppendUtf8(static_cast<uint32_t>(cp), out);
   }
   return out;
 }
@@ -123,21 +87,6 @@ std::string Convert(iconv_t cd, std::string_view in, bool& ok) {
 }
 
 }  // namespace
-
-std::string RepairUtf8(std::string_view raw) {
-  std::string valid;
-  valid.reserve(raw.size());
-  for (size_t i = 0; i < raw.size();) {
-    uint32_t cp;
-    size_t n = NextUtf8(raw, i, cp);
-    if (cp == 0xFFFD && n == 1)
-      AppendUtf8(0xFFFD, valid);
-    else
-      valid.append(raw.substr(i, n));
-    i += n;
-  }
-  return valid;
-}
 
 std::string CharsetForCodePage(std::string_view page) {
   std::string upper;
@@ -183,7 +132,7 @@ TextCodec::~TextCodec() {
 std::string TextCodec::Decode(std::string_view raw) const {
   if (IsPlainAscii(raw)) return std::string(raw);
   // Repair invalid sequences so that callers always get valid UTF-8.
-  if (utf8_) return ResolveEscapes(RepairUtf8(raw));
+  if (utf8_) return ResolveEscapes(od::RepairUtf8(raw));
   bool ok;
   std::string converted = Convert(to_utf8_, raw, ok);
   if (!ok) {
@@ -195,7 +144,7 @@ std::string TextCodec::Decode(std::string_view raw) const {
       if (one_ok && !one.empty())
         converted += one;
       else
-        AppendUtf8(0xFFFD, converted);
+        od::AppendUtf8(0xFFFD, converted);
     }
   }
   return ResolveEscapes(converted);
@@ -209,8 +158,9 @@ std::string TextCodec::Encode(std::string_view utf8) const {
   if (plain) return std::string(utf8);
   std::string out;
   for (size_t i = 0; i < utf8.size();) {
-    uint32_t cp;
-    size_t n = NextUtf8(utf8, i, cp);
+    const od::Utf8Char decoded = od::DecodeUtf8(utf8, i);
+    uint32_t cp = decoded.code_point;
+    size_t n = decoded.length;
     // A line break would end the DXF line, and a literal "\U+XXXX" would read back as the
     // character it spells: both are written as escapes so that any text round-trips.
     if (cp < 0x20 || (cp == '\\' && EscapeAt(utf8, i) >= 0)) {
@@ -218,8 +168,8 @@ std::string TextCodec::Encode(std::string_view utf8) const {
     } else if (cp < 0x80) {
       out += static_cast<char>(cp);
     } else if (utf8_) {
-      if (cp == 0xFFFD && n == 1)
-        AppendUtf8(0xFFFD, out);
+      if (!decoded.valid)
+        od::AppendUtf8(0xFFFD, out);
       else
         out.append(utf8.substr(i, n));
     } else {

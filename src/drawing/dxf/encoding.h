@@ -39,9 +39,6 @@ class TextCodec {
   iconv_t from_utf8_ = reinterpret_cast<iconv_t>(-1);
 };
 
-// UTF-8 text with each invalid byte replaced by U+FFFD; escapes are left as they stand.
-std::string RepairUtf8(std::string_view raw);
-
 // Maps a $DWGCODEPAGE value to an iconv charset name; unknown names give "CP1252".
 std::string CharsetForCodePage(std::string_view dwg_code_page);
 

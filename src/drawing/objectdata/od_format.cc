@@ -64,7 +64,7 @@ std::string EncodeName(const model::Document& doc, const std::string& name) {
 }
 
 std::string DecodeName(const model::Document& doc, std::string_view raw) {
-  return doc.codec().utf8() ? dxf::RepairUtf8(raw) : doc.Decode(raw);
+  return doc.codec().utf8() ? od::RepairUtf8(raw) : doc.Decode(raw);
 }
 
 void AppendTextTags(const model::Document& doc, int first_code, const std::string& text, Tags& out) {
@@ -105,7 +105,7 @@ std::string ReadTextTags(const model::Document& doc, const Tags& tags, size_t& i
     raw += tags[i++].value;
   }
   // Before R2007 escapes stand for characters; from R2007 the text is what was typed.
-  return doc.codec().utf8() ? dxf::RepairUtf8(raw) : doc.Decode(raw);
+  return doc.codec().utf8() ? od::RepairUtf8(raw) : doc.Decode(raw);
 }
 
 void AppendValueTags(const model::Document& doc, const FieldValue& value, Tags& out) {

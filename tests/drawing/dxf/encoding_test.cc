@@ -60,6 +60,10 @@ TEST(TextCodec, Utf8FilesPassTextThroughAndRepairBadBytes) {
   EXPECT_EQ(utf8.Encode(text), text);
   EXPECT_EQ(utf8.Decode(text), text);
   EXPECT_EQ(utf8.Decode("a\xFF" "b"), "a\xEF\xBF\xBD" "b");
+  // The same rules as everywhere else: an overlong "/" and an encoded surrogate are not text.
+  const std::string replacement = "\xEF\xBF\xBD";
+  EXPECT_EQ(utf8.Decode("a\xC0\xAF" "b"), "a" + replacement + replacement + "b");
+  EXPECT_EQ(utf8.Decode("\xED\xA0\x80"), replacement + replacement + replacement);
 }
 
 // A real R2000 drawing in code page 1251: its Cyrillic text style name decodes, and a
