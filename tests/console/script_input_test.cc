@@ -37,7 +37,7 @@ TEST(ScriptInput, ReadsFileLinesThenCommandLineLines) {
 TEST(ScriptInput, ALineThatIsNotUtf8EndsTheInputNamingIt) {
   testing::ScratchDir dir;
   // An overlong "/" (C0 AF) and a lone continuation byte: both are refused, not replaced.
-  for (const std::string bad : {std::string("\xC0\xAF"), std::string("caf\x80")}) {
+  for (const std::string& bad : {std::string("\xC0\xAF"), std::string("caf\x80")}) {
     testing::WriteBytes(dir.File("bad.scr"), "LIST\n" + bad + "\nQUIT\n");
     auto input = ScriptInput::Open(dir.File("bad.scr"), {}, nullptr);
     ASSERT_TRUE(input.ok());
