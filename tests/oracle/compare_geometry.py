@@ -20,6 +20,7 @@ gdal__closed_polyline_with_bulge.dxf is open for ezdxf; veltor reads it as close
 file is therefore not one of the checked drawings.
 """
 import math
+import os
 import subprocess
 import sys
 from collections import defaultdict
@@ -231,6 +232,13 @@ def main():
         print(__doc__)
         return 2
     measure, files = args[0], args[1:]
+    # The real drawings are outside the repository; a clone alone compares what it has.
+    missing = [name for name in files if not os.path.exists(name)]
+    if missing:
+        print(f"skipped {len(missing)} drawings that are not there (the corpus: set VELTOR_CORPUS)")
+        files = [name for name in files if name not in missing]
+    if not files:
+        return 77
     worst = defaultdict(lambda: {"extents": Worst(), "length": Worst(), "area": Worst()})
     failed = False
     for name in files:
