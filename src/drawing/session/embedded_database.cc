@@ -84,12 +84,20 @@ const std::unordered_map<std::string, od::ObjectId>& EmbeddedDatabase::LayerIds(
 od::ObjectId EmbeddedDatabase::LayerOf(od::EntityId entity) const {
   model::RecordId record = Record(entity);
   if (record == model::kNoRecord) return od::kNullId;
-  // A copy, not a view: the tags of binary records live only during ForEachTag.
-  std::string raw;
+  // The tags of binary records live only during ForEachTag, so their layer name is copied;
+  // an ASCII record's is a view into the file's bytes, which outlive the call.
+  const bool binary = doc_.store().format().binary;
+  std::string copy;
+  std::string_view raw;
   bool found = false;
   doc_.store().ForEachTag(record, [&](int code, std::string_view value) {
     if (code == 8) {
-      raw.assign(value);
+      if (binary) {
+        copy.assign(value);
+        raw = copy;
+      } else {
+        raw = value;
+      }
       found = true;
       return false;
     }
