@@ -89,25 +89,6 @@ TEST_F(CommandContextTest, ACancelledCommandLeavesNothing) {
   EXPECT_TRUE(session_.Undo(1).empty());
 }
 
-TEST_F(CommandContextTest, AFinishedCommandIsOneUndoStep) {
-  std::string before = Bytes();
-  Register("TWICE", [this](CommandContext& c) {
-    Change(c);
-    AddPoint("NEW", 5, 5);
-  });
-  ASSERT_TRUE(session_.Execute("TWICE"));
-  std::string after = Bytes();
-  EXPECT_NE(after, before);
-  EXPECT_EQ(session_.Undo(1), std::vector<std::string>{"TWICE"});
-  EXPECT_EQ(Bytes(), before);
-
-  // Alone, the context's own group is the undo step.
-  EXPECT_TRUE(RunCommand(session_, "ALONE", [this](CommandContext& c) { Change(c); }));
-  EXPECT_FALSE(doc().store().recording());
-  ASSERT_NE(doc().Undo(), nullptr);
-  EXPECT_EQ(Bytes(), before);
-}
-
 TEST_F(CommandContextTest, LuprecBracketRestoresAtEveryExit) {
   Database& database = db();
   {

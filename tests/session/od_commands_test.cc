@@ -3,8 +3,6 @@
 #include <functional>
 
 #include "../drawing/dxf/test_files.h"
-#include "app/veltor_app.h"
-#include "commands/select/find_with_tables.h"
 #include "drawing/model/objects.h"
 #include "drawing/objectdata/od_format.h"
 #include "session_fixture.h"
@@ -14,12 +12,6 @@ namespace {
 
 bool Contains(const std::string& text, const std::string& part) {
   return text.find(part) != std::string::npos;
-}
-
-size_t Occurrences(const std::string& text, const std::string& part) {
-  size_t n = 0;
-  for (size_t at = text.find(part); at != std::string::npos; at = text.find(part, at + 1)) ++n;
-  return n;
 }
 
 class ObjectDataCommands : public testing::SessionFixture {
@@ -232,47 +224,6 @@ TEST_F(ObjectDataCommands, DamagedDefinitionIsListedMarkedAndKeepsItsName) {
   ClearOut();
   Typed("ODTABLE", {"Delete", "Wells", ""});
   EXPECT_TRUE(Contains(out(), "Error: table 'Wells' cannot be read (format version '2' is not known")) << out();
-}
-
-// Opening a drawing with damaged Object Data says so once, naming what is damaged.
-TEST_F(ObjectDataCommands, OpeningADamagedDrawingWarnsOnce) {
-  Wells();
-  od::EntityId p = AddPoint();
-  Attach(p, "Wells");
-  DamageRecords(p, [](dxf::Tags& data) { data[0].value = "SOMETHING"; });
-  testing::ScratchDir dir;
-  ASSERT_TRUE(doc().Save(dir.File("damaged.dxf")).ok());
-  RegisterFileCommands(session_);
-  Typed("OPEN", {dir.File("damaged.dxf")});
-  EXPECT_EQ(Occurrences(out(), "Warning: Object Data of entity " + Hex(p) + " cannot be read"), 1u)
-      << out();
-  EXPECT_TRUE(Contains(out(), "does not start with the marker VELTOR_OD_RECORDS")) << out();
-  EXPECT_EQ(sdoc().open_warnings.size(), 1u);
-}
-
-// The module's query commands read through the host interface and say what they skipped.
-TEST_F(ObjectDataCommands, ModuleQueryCommandsCountSkippedRecords) {
-  session_.LoadModule(app::AcrxEntryPoint);
-  Wells();
-  od::EntityId p = AddPoint(), q = AddPoint("0", 1, 1);
-  Attach(p, "Wells");
-  Attach(p, "Wells");
-  Attach(q, "Wells");
-  DamageRecords(p, [](dxf::Tags& data) {
-    for (dxf::Tag& t : data)
-      if (t.code == 40) t.value = "deep";
-  });
-  Typed("VELTOR_HAS_OD", {"ALL", ""});
-  EXPECT_TRUE(Contains(out(), "Warning: 2 damaged records skipped (kept in the drawing as they are).\n"))
-      << out();
-  EXPECT_TRUE(Contains(out(), "Selected: 1\n")) << out();
-
-  ClearOut();
-  session_.Ed().SetPickfirst({});  // so that the engine gathers every entity
-  Answer({""});
-  od::EntityList found = commands::FindEntitiesWithTables(session_, {"Wells"}, false);
-  EXPECT_EQ(found, od::EntityList{q});
-  EXPECT_TRUE(Contains(out(), "Warning: 2 damaged records skipped")) << out();
 }
 
 }  // namespace
