@@ -16,7 +16,8 @@
 
 namespace {
 
-namespace od = veltor::objectdata;
+namespace od = veltor::od;
+namespace objectdata = veltor::objectdata;
 
 int Fail(const std::string& message) {
   std::fprintf(stderr, "veltor_attach_memory: %s\n", message.c_str());
@@ -29,19 +30,19 @@ int main(int argc, char** argv) {
   if (argc != 3) return Fail("usage: veltor_attach_memory DRAWING OUT");
   auto doc = veltor::model::Document::Open(argv[1]);
   if (!doc.ok()) return Fail(doc.message());
-  od::ObjectDataStore store(**doc);
+  objectdata::ObjectDataStore store(**doc);
 
-  od::TableDef table;
+  od::TableDefinition table;
   table.name = "Mark";
   table.description = "one record on every entity";
-  table.columns.push_back({"ID", od::ColumnType::kInteger, "", od::FieldValue::Integer(0)});
+  table.columns.push_back({"ID", od::ValueType::kInteger, "", od::Value::Integer(0)});
   (*doc)->BeginUndoGroup("ODTABLE");
   veltor::Status created = store.CreateTable(table);
   (*doc)->EndUndoGroup();
   if (!created.ok()) return Fail(created.message());
 
   auto entities = veltor::model::ModelSpaceEntities(**doc);
-  od::OdRecord record{"Mark", {od::FieldValue::Integer(5)}};
+  od::Record record{"Mark", {od::Value::Integer(5)}};
   (*doc)->BeginUndoGroup("ODATTACH");
   for (auto id : entities) {
     veltor::Status added = store.AddRecord(id, record);

@@ -77,7 +77,7 @@ std::string InfoReport(const model::Document& doc) {
           << "):";
       const char* sep = " ";
       for (const auto& c : def->columns) {
-        out << sep << c.name << " " << objectdata::ColumnTypeName(c.type);
+        out << sep << c.name << " " << od::TypeName(c.type);
         sep = ", ";
       }
       out << "\n";

@@ -32,7 +32,8 @@ using veltor::model::Document;
 using veltor::model::RecordId;
 namespace dxf = veltor::dxf;
 namespace model = veltor::model;
-namespace od = veltor::objectdata;
+namespace od = veltor::od;
+namespace objectdata = veltor::objectdata;
 
 void Fail(const char* what, const std::string& detail) {
   std::fprintf(stderr, "dxf_reader_fuzzer: %s: %s\n", what, detail.c_str());
@@ -57,7 +58,7 @@ size_t Walk(Document& doc) {
 
   for (const auto& layer : model::Layers(doc)) sum += layer.name.size() + layer.frozen;
 
-  od::ObjectDataStore data(doc);
+  objectdata::ObjectDataStore data(doc);
   for (const std::string& name : data.TableNames()) {
     auto def = data.GetTable(name);
     if (def.ok()) sum += def->columns.size();
@@ -78,7 +79,7 @@ size_t Walk(Document& doc) {
     }
     // The in-place scan and the full read must agree on which records can be read.
     std::vector<std::string> names = data.RecordTableNames(id);
-    std::vector<od::OdRecord> records = data.Records(id);
+    std::vector<od::Record> records = data.Records(id);
     if (names.size() != records.size())
       Fail("RecordTableNames and Records disagree", std::to_string(names.size()) + " vs " +
                                                       std::to_string(records.size()));
@@ -91,21 +92,21 @@ size_t Walk(Document& doc) {
 
 // Adds a table with one column of each type and a record on the first model space entity.
 // Returns false when the drawing cannot hold Object Data (that is a Status, not a fault).
-bool AddObjectData(Document& doc, od::OdRecord& added, RecordId& entity) {
-  od::ObjectDataStore data(doc);
+bool AddObjectData(Document& doc, od::Record& added, RecordId& entity) {
+  objectdata::ObjectDataStore data(doc);
   if (!data.CanWrite().ok()) return false;
   auto entities = model::ModelSpaceEntities(doc);
   if (entities.empty()) return false;
-  od::TableDef def;
+  od::TableDefinition def;
   def.name = "Fuzz_Таблица";
-  def.columns = {{"I", od::ColumnType::kInteger, "", od::FieldValue::Integer(0)},
-                 {"R", od::ColumnType::kReal, "", od::FieldValue::Real(0)},
-                 {"C", od::ColumnType::kCharacter, "", od::FieldValue::Text("")},
-                 {"P", od::ColumnType::kPoint, "", od::FieldValue::Point(0, 0, 0)}};
+  def.columns = {{"I", od::ValueType::kInteger, "", od::Value::Integer(0)},
+                 {"R", od::ValueType::kReal, "", od::Value::Real(0)},
+                 {"C", od::ValueType::kCharacter, "", od::Value::Character("")},
+                 {"P", od::ValueType::kPoint, "", od::Value::Point({0, 0, 0})}};
   if (!data.CreateTable(def).ok()) return false;  // e.g. the name is taken already
   added.table = def.name;
-  added.values = {od::FieldValue::Integer(-7), od::FieldValue::Real(2.5),
-                  od::FieldValue::Text("Straße"), od::FieldValue::Point(1, 2, 3)};
+  added.values = {od::Value::Integer(-7), od::Value::Real(2.5),
+                  od::Value::Character("Straße"), od::Value::Point({1, 2, 3})};
   entity = entities.front();
   if (!data.AddRecord(entity, added).ok()) return false;
   return true;
@@ -134,7 +135,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   auto again = Document::FromBytes(written, "fuzz-rewritten");
   if (!again.ok()) Fail("an unmodified drawing wrote bytes that do not load", again.message());
 
-  od::OdRecord added;
+  od::Record added;
   RecordId entity = model::kNoRecord;
   if (!AddObjectData(doc, added, entity)) return 0;
   sink = Walk(doc);
@@ -145,7 +146,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   if (handle == 0) return 0;  // the entity cannot be found again without a handle
   RecordId found = (*reloaded)->Find(handle);
   if (found == model::kNoRecord) Fail("the entity with Object Data is gone", "");
-  od::ObjectDataStore reread(**reloaded);
+  objectdata::ObjectDataStore reread(**reloaded);
   auto records = reread.Records(found);
   bool present = false;
   for (const auto& r : records)

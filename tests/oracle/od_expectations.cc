@@ -10,11 +10,6 @@
 
 namespace veltor::oracle {
 
-using objectdata::ColumnDef;
-using objectdata::ColumnType;
-using objectdata::FieldValue;
-using objectdata::OdRecord;
-using objectdata::TableDef;
 
 namespace {
 
@@ -47,24 +42,26 @@ std::string JsonReal(double v) {
   return buf;
 }
 
-std::string JsonValue(const FieldValue& v) {
-  std::string type = std::to_string(static_cast<int>(v.type));
-  switch (v.type) {
-    case ColumnType::kInteger: return "[" + type + ", " + std::to_string(v.integer) + "]";
-    case ColumnType::kReal: return "[" + type + ", " + JsonReal(v.real) + "]";
-    case ColumnType::kCharacter: return "[" + type + ", " + JsonString(v.text) + "]";
-    case ColumnType::kPoint:
-      return "[" + type + ", [" + JsonReal(v.x) + ", " + JsonReal(v.y) + ", " + JsonReal(v.z) +
-             "]]";
+std::string JsonValue(const od::Value& v) {
+  std::string type = std::to_string(static_cast<int>(v.type()));
+  switch (v.type()) {
+    case od::ValueType::kInteger: return "[" + type + ", " + std::to_string(v.integer()) + "]";
+    case od::ValueType::kReal: return "[" + type + ", " + JsonReal(v.real()) + "]";
+    case od::ValueType::kCharacter: return "[" + type + ", " + JsonString(v.text()) + "]";
+    case od::ValueType::kPoint: {
+      od::Point3 p = v.point();
+      return "[" + type + ", [" + JsonReal(p.x) + ", " + JsonReal(p.y) + ", " + JsonReal(p.z) + "]]";
+    }
+    case od::ValueType::kUnknown: break;
   }
   return "null";
 }
 
-std::string JsonTable(const TableDef& def) {
+std::string JsonTable(const od::TableDefinition& def) {
   std::string out = "{\"name\": " + JsonString(def.name) +
                     ", \"description\": " + JsonString(def.description) + ", \"columns\": [";
   for (size_t i = 0; i < def.columns.size(); ++i) {
-    const ColumnDef& c = def.columns[i];
+    const od::ColumnDefinition& c = def.columns[i];
     out += (i ? ", " : "") + std::string("{\"name\": ") + JsonString(c.name) +
            ", \"description\": " + JsonString(c.description) +
            ", \"type\": " + std::to_string(static_cast<int>(c.type)) +
@@ -73,8 +70,8 @@ std::string JsonTable(const TableDef& def) {
   return out + "]}";
 }
 
-ColumnDef Column(std::string name, ColumnType type, std::string description, FieldValue def) {
-  ColumnDef c;
+od::ColumnDefinition Column(std::string name, od::ValueType type, std::string description, od::Value def) {
+  od::ColumnDefinition c;
   c.name = std::move(name);
   c.type = type;
   c.description = std::move(description);
@@ -91,14 +88,14 @@ std::string LongText() {
   return text;
 }
 
-OdRecord AllTypes(int32_t id, double area, std::string owner, double x, double y, double z) {
+od::Record AllTypes(int32_t id, double area, std::string owner, double x, double y, double z) {
   return {"Parcels_all_types",
-          {FieldValue::Integer(id), FieldValue::Real(area), FieldValue::Text(std::move(owner)),
-           FieldValue::Point(x, y, z)}};
+          {od::Value::Integer(id), od::Value::Real(area), od::Value::Character(std::move(owner)),
+           od::Value::Point({x, y, z})}};
 }
 
-OdRecord Streets(std::string name, double length) {
-  return {"Straßen_Дороги", {FieldValue::Text(std::move(name)), FieldValue::Real(length)}};
+od::Record Streets(std::string name, double length) {
+  return {"Straßen_Дороги", {od::Value::Character(std::move(name)), od::Value::Real(length)}};
 }
 
 }  // namespace
@@ -132,30 +129,30 @@ std::string ToJson(const Expectations& e) {
   return out + "}\n}\n";
 }
 
-std::vector<TableDef> SampleTables() {
-  TableDef all;
+std::vector<od::TableDefinition> SampleTables() {
+  od::TableDefinition all;
   all.name = "Parcels_all_types";
   all.description = "one column of every type";
   all.columns = {
-      Column("PARCEL_ID", ColumnType::kInteger, "cadastral number", FieldValue::Integer(-1)),
-      Column("AREA", ColumnType::kReal, "square metres", FieldValue::Real(0.25)),
-      Column("OWNER", ColumnType::kCharacter, "", FieldValue::Text("unknown")),
-      Column("CENTROID", ColumnType::kPoint, "centre of mass",
-             FieldValue::Point(1.0, -2.5, 1e-3))};
-  TableDef streets;
+      Column("PARCEL_ID", od::ValueType::kInteger, "cadastral number", od::Value::Integer(-1)),
+      Column("AREA", od::ValueType::kReal, "square metres", od::Value::Real(0.25)),
+      Column("OWNER", od::ValueType::kCharacter, "", od::Value::Character("unknown")),
+      Column("CENTROID", od::ValueType::kPoint, "centre of mass",
+             od::Value::Point({1.0, -2.5, 1e-3}))};
+  od::TableDefinition streets;
   streets.name = "Straßen_Дороги";
   streets.description = "Straßen und Wege / дороги";
   streets.columns = {
-      Column("Name_Имя", ColumnType::kCharacter, "Straßenname", FieldValue::Text("Без имени")),
-      Column("Länge", ColumnType::kReal, "", FieldValue::Real(1.5))};
+      Column("Name_Имя", od::ValueType::kCharacter, "Straßenname", od::Value::Character("Без имени")),
+      Column("Länge", od::ValueType::kReal, "", od::Value::Real(1.5))};
   return {all, streets};
 }
 
-Status AddSampleObjectData(model::Document& doc, std::vector<TableDef>& tables,
+Status AddSampleObjectData(model::Document& doc, std::vector<od::TableDefinition>& tables,
                            std::vector<EntityRecords>& written) {
   objectdata::ObjectDataStore store(doc);
   tables = SampleTables();
-  for (const TableDef& def : tables)
+  for (const od::TableDefinition& def : tables)
     if (Status s = store.CreateTable(def); !s.ok()) return s.Wrap("creating " + def.name);
 
   std::vector<model::RecordId> all = model::ModelSpaceEntities(doc);
@@ -183,7 +180,7 @@ Status AddSampleObjectData(model::Document& doc, std::vector<TableDef>& tables,
     } else {
       entry.records = {Streets("Улица " + std::to_string(i), -0.0 + static_cast<double>(i))};
     }
-    for (const OdRecord& record : entry.records)
+    for (const od::Record& record : entry.records)
       if (Status s = store.AddRecord(chosen[i], record); !s.ok())
         return s.Wrap("adding a record to entity " + dxf::FormatHandle(entry.entity));
     written.push_back(entry);
@@ -193,10 +190,10 @@ Status AddSampleObjectData(model::Document& doc, std::vector<TableDef>& tables,
 
 Status AddTypedTextObjectData(model::Document& doc, Expectations& expected) {
   objectdata::ObjectDataStore store(doc);
-  TableDef notes;
+  od::TableDefinition notes;
   notes.name = "Notes";
   notes.description = "what people wrote\nabout things";
-  notes.columns = {Column("Text", ColumnType::kCharacter, "free text", FieldValue::Text("tab\tdefault"))};
+  notes.columns = {Column("Text", od::ValueType::kCharacter, "free text", od::Value::Character("tab\tdefault"))};
   if (Status s = store.CreateTable(notes); !s.ok()) return s.Wrap("creating Notes");
   expected.mode = "generated";
   expected.version = doc.version();
@@ -207,7 +204,7 @@ Status AddTypedTextObjectData(model::Document& doc, Expectations& expected) {
                                   std::string("crlf\r\nnext \\ back\rlast")}) {
     model::RecordId point = model::AddModelSpaceEntity(
         doc, "POINT", "0", {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
-    OdRecord record{"Notes", {FieldValue::Text(text)}};
+    od::Record record{"Notes", {od::Value::Character(text)}};
     if (Status s = store.AddRecord(point, record); !s.ok()) return s.Wrap("adding a record");
     expected.entities.push_back({doc.store().at(point).handle, {record}});
   }

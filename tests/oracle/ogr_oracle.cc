@@ -65,7 +65,7 @@ TEST_P(CorpusOgr, ReadsTheSameModelSpaceAsVeltorBeforeAndAfterObjectData) {
   auto doc = model::Document::Open(original);
   ASSERT_TRUE(doc.ok()) << doc.message();
   if (!(*doc)->AtLeast("AC1015")) return;  // no Object Data before R2000
-  std::vector<objectdata::TableDef> tables;
+  std::vector<od::TableDefinition> tables;
   std::vector<EntityRecords> written;
   Status added = AddSampleObjectData(**doc, tables, written);
   ASSERT_TRUE(added.ok()) << added.message();

@@ -20,12 +20,12 @@ class ProjectTest : public testing::SessionFixture {
   std::string SourceDrawing() {
     auto other = model::Document::NewBlank("AC1027");
     objectdata::ObjectDataStore store(*other);
-    objectdata::TableDef pipes;
+    od::TableDefinition pipes;
     pipes.name = "Pipes";
-    pipes.columns = {{"DN", objectdata::ColumnType::kInteger, "diameter",
-                      objectdata::FieldValue::Integer(150)}};
+    pipes.columns = {{"DN", od::ValueType::kInteger, "diameter",
+                      od::Value::Integer(150)}};
     EXPECT_TRUE(store.CreateTable(pipes).ok());
-    objectdata::TableDef system = pipes;
+    od::TableDefinition system = pipes;
     system.name = "TPMID_1";
     EXPECT_TRUE(store.CreateTable(system).ok());
     std::string path = dir_.File("source.dxf");

@@ -15,11 +15,6 @@ namespace {
 
 using model::Point3;
 using model::RecordId;
-using objectdata::ColumnDef;
-using objectdata::ColumnType;
-using objectdata::FieldValue;
-using objectdata::OdRecord;
-using objectdata::TableDef;
 
 // A small generator with a fixed algorithm (splitmix64), so files are the same on every
 // platform and library version.
@@ -53,12 +48,12 @@ const char* const kSpecies[] = {"Quercus robur", "Tilia cordata", "Betula pendul
 const char* const kZones[] = {"R1", "R2", "C1", "I1", "MX"};
 const char* const kMaterials[] = {"PVC", "concrete", "cast iron", "PE"};
 
-ColumnDef Column(const char* name, ColumnType type, const char* description = "") {
-  ColumnDef c;
+od::ColumnDefinition Column(const char* name, od::ValueType type, const char* description = "") {
+  od::ColumnDefinition c;
   c.name = name;
   c.type = type;
   c.description = description;
-  c.default_value = FieldValue::Zero(type);
+  c.default_value = od::Value(type);
   return c;
 }
 
@@ -113,27 +108,27 @@ class CityBuilder {
   }
 
   Status DefineTables() {
-    const std::vector<TableDef> tables{
+    const std::vector<od::TableDefinition> tables{
         {"Parcels", "Land parcels",
-         {Column("PARCEL_ID", ColumnType::kInteger), Column("OWNER", ColumnType::kCharacter),
-          Column("AREA", ColumnType::kReal, "square metres"), Column("CENTROID", ColumnType::kPoint)}},
-        {"Zoning", "Planning zones", {Column("ZONE", ColumnType::kCharacter), Column("FAR", ColumnType::kReal)}},
+         {Column("PARCEL_ID", od::ValueType::kInteger), Column("OWNER", od::ValueType::kCharacter),
+          Column("AREA", od::ValueType::kReal, "square metres"), Column("CENTROID", od::ValueType::kPoint)}},
+        {"Zoning", "Planning zones", {Column("ZONE", od::ValueType::kCharacter), Column("FAR", od::ValueType::kReal)}},
         {"Roads", "Street network",
-         {Column("NAME", ColumnType::kCharacter), Column("CLASS", ColumnType::kCharacter),
-          Column("LENGTH", ColumnType::kReal)}},
-        {"Pipes", "Sewer pipes", {Column("MATERIAL", ColumnType::kCharacter), Column("DIAMETER", ColumnType::kInteger)}},
-        {"Manholes", "Sewer manholes", {Column("ID", ColumnType::kCharacter), Column("DEPTH", ColumnType::kReal)}},
-        {"Trees", "Street trees", {Column("SPECIES", ColumnType::kCharacter), Column("HEIGHT", ColumnType::kReal)}},
-        {"Contours", "", {Column("ELEVATION", ColumnType::kReal)}},
-        {"Notes", "", {Column("TEXT", ColumnType::kCharacter)}},
-        {"TPMNODE_1", "topology nodes", {Column("NODE_ID", ColumnType::kInteger)}}};
-    for (const TableDef& t : tables)
+         {Column("NAME", od::ValueType::kCharacter), Column("CLASS", od::ValueType::kCharacter),
+          Column("LENGTH", od::ValueType::kReal)}},
+        {"Pipes", "Sewer pipes", {Column("MATERIAL", od::ValueType::kCharacter), Column("DIAMETER", od::ValueType::kInteger)}},
+        {"Manholes", "Sewer manholes", {Column("ID", od::ValueType::kCharacter), Column("DEPTH", od::ValueType::kReal)}},
+        {"Trees", "Street trees", {Column("SPECIES", od::ValueType::kCharacter), Column("HEIGHT", od::ValueType::kReal)}},
+        {"Contours", "", {Column("ELEVATION", od::ValueType::kReal)}},
+        {"Notes", "", {Column("TEXT", od::ValueType::kCharacter)}},
+        {"TPMNODE_1", "topology nodes", {Column("NODE_ID", od::ValueType::kInteger)}}};
+    for (const od::TableDefinition& t : tables)
       if (Status s = od_.CreateTable(t); !s.ok()) return s;
     return Status::Ok();
   }
 
-  Status Attach(RecordId entity, const char* table, std::vector<FieldValue> values) {
-    return od_.AddRecord(entity, OdRecord{table, std::move(values)});
+  Status Attach(RecordId entity, const char* table, std::vector<od::Value> values) {
+    return od_.AddRecord(entity, od::Record{table, std::move(values)});
   }
 
   RecordId Counted(RecordId id) {
@@ -153,15 +148,15 @@ class CityBuilder {
       ++parcel_;
       double area = w * h + (bulge != 0.0 ? BulgeSegmentArea(w, bulge) : 0.0);
       if (Status s = Attach(parcel, "Parcels",
-                            {FieldValue::Integer(static_cast<int32_t>(parcel_)),
-                             FieldValue::Text(kOwners[random_.Index(10)]),
-                             FieldValue::Real(Mm(area)),
-                             FieldValue::Point(Mm(x0 + w / 2), Mm(y0 + h / 2), 0.0)});
+                            {od::Value::Integer(static_cast<int32_t>(parcel_)),
+                             od::Value::Character(kOwners[random_.Index(10)]),
+                             od::Value::Real(Mm(area)),
+                             od::Value::Point({Mm(x0 + w / 2), Mm(y0 + h / 2), 0.0})});
           !s.ok())
         return s;
       if (parcel_ % 4 == 0)
-        if (Status s = Attach(parcel, "Zoning", {FieldValue::Text(kZones[random_.Index(5)]),
-                                                 FieldValue::Real(Mm(random_.Uniform(0.3, 2.5)))});
+        if (Status s = Attach(parcel, "Zoning", {od::Value::Character(kZones[random_.Index(5)]),
+                                                 od::Value::Real(Mm(random_.Uniform(0.3, 2.5)))});
             !s.ok())
           return s;
       if (Room())
@@ -176,22 +171,22 @@ class CityBuilder {
       RecordId road = Counted(model::AddLwPolyline(doc_, "ROADS", axis, false));
       const char* name = kRoads[random_.Index(8)];
       const char* klass = kRoadClasses[random_.Index(4)];
-      if (Status s = Attach(road, "Roads", {FieldValue::Text(name), FieldValue::Text(klass),
-                                            FieldValue::Real(60.0)});
+      if (Status s = Attach(road, "Roads", {od::Value::Character(name), od::Value::Character(klass),
+                                            od::Value::Real(60.0)});
           !s.ok())
         return s;
       // Every third road carries two records of the same table (a renamed stretch).
       if (lot % 3 == 0)
-        if (Status s = Attach(road, "Roads", {FieldValue::Text(kRoads[random_.Index(8)]),
-                                              FieldValue::Text(klass), FieldValue::Real(30.0)});
+        if (Status s = Attach(road, "Roads", {od::Value::Character(kRoads[random_.Index(8)]),
+                                              od::Value::Character(klass), od::Value::Real(30.0)});
             !s.ok())
           return s;
     }
     if (Room()) {
       RecordId link = Counted(model::AddLine(doc_, "ROADS", Point3{ox + 59, oy + 1, 0},
                                              Point3{ox + 59, oy + 59, 0}));
-      if (Status s = Attach(link, "Roads", {FieldValue::Text(kRoads[random_.Index(8)]),
-                                            FieldValue::Text("service"), FieldValue::Real(58.0)});
+      if (Status s = Attach(link, "Roads", {od::Value::Character(kRoads[random_.Index(8)]),
+                                            od::Value::Character("service"), od::Value::Real(58.0)});
           !s.ok())
         return s;
     }
@@ -202,8 +197,8 @@ class CityBuilder {
           : model::AddLwPolyline(doc_, "PIPES", {{ox + 30, oy + 2.5, 0}, {ox + 45, oy + 3, 0},
                                                  {ox + 60, oy + 2.5, 0}}, false);
       Counted(pipe);
-      if (Status s = Attach(pipe, "Pipes", {FieldValue::Text(kMaterials[random_.Index(4)]),
-                                            FieldValue::Integer(150 + 50 * static_cast<int>(random_.Index(6)))});
+      if (Status s = Attach(pipe, "Pipes", {od::Value::Character(kMaterials[random_.Index(4)]),
+                                            od::Value::Integer(150 + 50 * static_cast<int>(random_.Index(6)))});
           !s.ok())
         return s;
     }
@@ -215,7 +210,7 @@ class CityBuilder {
       RecordId mh = Counted(model::AddBlockReference(
           doc_, block, Point3{ox + k * 30.0, oy + 2.5, 0}, 1.0, 0.0, "MANHOLES",
           {{"ID", id}, {"DEPTH", model::FormatNumber(depth)}}));
-      if (Status s = Attach(mh, "Manholes", {FieldValue::Text(id), FieldValue::Real(depth)}); !s.ok())
+      if (Status s = Attach(mh, "Manholes", {od::Value::Character(id), od::Value::Real(depth)}); !s.ok())
         return s;
     }
     // Trees, survey points (one on the frozen layer), a contour and a note.
@@ -223,8 +218,8 @@ class CityBuilder {
       double r = Mm(random_.Uniform(1.5, 4.0));
       RecordId tree = Counted(model::AddCircle(
           doc_, "TREES", Point3{Mm(ox + random_.Uniform(2, 58)), oy + 55.0, 0}, r));
-      if (Status s = Attach(tree, "Trees", {FieldValue::Text(kSpecies[random_.Index(5)]),
-                                            FieldValue::Real(Mm(r * 4))});
+      if (Status s = Attach(tree, "Trees", {od::Value::Character(kSpecies[random_.Index(5)]),
+                                            od::Value::Real(Mm(r * 4))});
           !s.ok())
         return s;
     }
@@ -233,7 +228,7 @@ class CityBuilder {
                 Mm(random_.Uniform(90, 110))};
       RecordId point = Counted(model::AddPoint(doc_, k == 0 ? "SURVEY" : "ARCHIVE", at));
       if (k == 0)
-        if (Status s = Attach(point, "TPMNODE_1", {FieldValue::Integer(static_cast<int32_t>(lot))}); !s.ok())
+        if (Status s = Attach(point, "TPMNODE_1", {od::Value::Integer(static_cast<int32_t>(lot))}); !s.ok())
           return s;
     }
     if (Room()) {
@@ -242,12 +237,12 @@ class CityBuilder {
       for (int k = 0; k < 6; ++k)
         control.push_back({ox + k * 12.0, Mm(oy + 30 + random_.Uniform(-8, 8)), z});
       RecordId contour = Counted(model::AddSpline(doc_, "CONTOURS", control));
-      if (Status s = Attach(contour, "Contours", {FieldValue::Real(z)}); !s.ok()) return s;
+      if (Status s = Attach(contour, "Contours", {od::Value::Real(z)}); !s.ok()) return s;
     }
     if (Room()) {
       RecordId note = Counted(model::AddText(doc_, "NOTES", Point3{ox + 2, oy + 50, 0}, 0.8,
                                              "check lot " + std::to_string(lot)));
-      if (Status s = Attach(note, "Notes", {FieldValue::Text("survey again")}); !s.ok()) return s;
+      if (Status s = Attach(note, "Notes", {od::Value::Character("survey again")}); !s.ok()) return s;
     }
     // A few other curves without data.
     if (Room())

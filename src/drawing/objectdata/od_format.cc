@@ -108,21 +108,24 @@ std::string ReadTextTags(const model::Document& doc, const Tags& tags, size_t& i
   return doc.codec().utf8() ? od::RepairUtf8(raw) : doc.Decode(raw);
 }
 
-void AppendValueTags(const model::Document& doc, const FieldValue& value, Tags& out) {
-  switch (value.type) {
-    case ColumnType::kInteger:
-      out.push_back({90, std::to_string(value.integer)});
+void AppendValueTags(const model::Document& doc, const od::Value& value, Tags& out) {
+  switch (value.type()) {
+    case od::ValueType::kInteger:
+      out.push_back({90, std::to_string(value.integer())});
       return;
-    case ColumnType::kReal:
-      out.push_back({40, dxf::FormatDouble(value.real)});
+    case od::ValueType::kReal:
+      out.push_back({40, dxf::FormatDouble(value.real())});
       return;
-    case ColumnType::kPoint:
-      out.push_back({10, dxf::FormatDouble(value.x)});
-      out.push_back({20, dxf::FormatDouble(value.y)});
-      out.push_back({30, dxf::FormatDouble(value.z)});
+    case od::ValueType::kPoint: {
+      od::Point3 p = value.point();
+      out.push_back({10, dxf::FormatDouble(p.x)});
+      out.push_back({20, dxf::FormatDouble(p.y)});
+      out.push_back({30, dxf::FormatDouble(p.z)});
       return;
-    case ColumnType::kCharacter:
-      AppendTextTags(doc, 1, value.text, out);
+    }
+    case od::ValueType::kCharacter:
+    case od::ValueType::kUnknown:  // the store never keeps one; written as empty text
+      AppendTextTags(doc, 1, value.text(), out);
       return;
   }
 }
@@ -155,7 +158,7 @@ bool ParseWholeDouble(std::string_view text, double& out) {
   return error == std::errc() && end == text.data() + text.size() && !text.empty();
 }
 
-ValueRead ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i, FieldValue& out,
+ValueRead ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i, od::Value& out,
                         std::string& why) {
   if (i >= tags.size()) return ValueRead::kNoValue;
   const Tag& t = tags[i];
@@ -167,14 +170,14 @@ ValueRead ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i,
     case 90: {
       int32_t v = 0;
       if (!ParseWholeInt32(t.value, v)) return not_a_number(t, "a 32-bit whole number");
-      out = FieldValue::Integer(v);
+      out = od::Value::Integer(v);
       ++i;
       return ValueRead::kValue;
     }
     case 40: {
       double v = 0;
       if (!ParseWholeDouble(t.value, v)) return not_a_number(t, "a number");
-      out = FieldValue::Real(v);
+      out = od::Value::Real(v);
       ++i;
       return ValueRead::kValue;
     }
@@ -182,21 +185,21 @@ ValueRead ReadValueTags(const model::Document& doc, const Tags& tags, size_t& i,
       double xyz[3] = {0, 0, 0};
       for (int axis = 0; axis < 3 && i < tags.size() && tags[i].code == 10 + 10 * axis; ++axis)
         if (!ParseWholeDouble(tags[i++].value, xyz[axis])) return not_a_number(tags[i - 1], "a number");
-      out = FieldValue::Point(xyz[0], xyz[1], xyz[2]);
+      out = od::Value::Point({xyz[0], xyz[1], xyz[2]});
       return ValueRead::kValue;
     }
     case 1:
-      out = FieldValue::Text(ReadTextTags(doc, tags, i));
+      out = od::Value::Character(ReadTextTags(doc, tags, i));
       return ValueRead::kValue;
     default:
       return ValueRead::kNoValue;
   }
 }
 
-Tags TableDefTags(const model::Document& doc, const TableDef& def) {
+Tags TableDefTags(const model::Document& doc, const od::TableDefinition& def) {
   Tags tags{{1, kTableMarker}, {70, std::to_string(kFormatVersion)}, {2, EncodeName(doc, def.name)}};
   AppendTextTags(doc, 4, def.description, tags);
-  for (const ColumnDef& c : def.columns) {
+  for (const od::ColumnDefinition& c : def.columns) {
     tags.push_back({2, EncodeName(doc, c.name)});
     AppendTextTags(doc, 4, c.description, tags);
     tags.push_back({70, std::to_string(static_cast<int>(c.type))});
@@ -205,8 +208,8 @@ Tags TableDefTags(const model::Document& doc, const TableDef& def) {
   return tags;
 }
 
-Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out) {
-  out = TableDef();
+Status ParseTableDef(const model::Document& doc, const Tags& data, od::TableDefinition& out) {
+  out = od::TableDefinition();
   // The name is read first, so that a definition damaged elsewhere still says whose it is.
   size_t i = 0;
   if (i < data.size() && data[i].code == 1) ++i;
@@ -228,7 +231,7 @@ Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out
     if (data[i].code != 2)
       return Status::Error(where + ": group " + std::to_string(data[i].code) +
                            " where the column name (group 2) belongs");
-    ColumnDef column;
+    od::ColumnDefinition column;
     column.name = DecodeName(doc, data[i++].value);
     where = "column '" + column.name + "'";
     if (i < data.size() && data[i].code == 4) column.description = ReadTextTags(doc, data, i);
@@ -237,12 +240,12 @@ Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out
     if (!ParseWholeInt32(data[i].value, type) || type < 1 || type > 4)
       return Status::Error(where + ": type '" + data[i].value + "' is not known");
     ++i;
-    column.type = static_cast<ColumnType>(type);
-    FieldValue def;
+    column.type = static_cast<od::ValueType>(type);
+    od::Value def;
     std::string why;
     switch (ReadValueTags(doc, data, i, def, why)) {
       case ValueRead::kValue: column.default_value = ConvertValue(def, column.type); break;
-      case ValueRead::kNoValue: column.default_value = FieldValue::Zero(column.type); break;
+      case ValueRead::kNoValue: column.default_value = od::Value(column.type); break;
       case ValueRead::kDamaged: return Status::Error(where + ": default value: " + why);
     }
     out.columns.push_back(std::move(column));
@@ -250,37 +253,30 @@ Status ParseTableDef(const model::Document& doc, const Tags& data, TableDef& out
   return Status::Ok();
 }
 
-FieldValue ConvertValue(const FieldValue& value, ColumnType to) {
-  if (value.type == to) return value;
-  if (value.type == ColumnType::kInteger && to == ColumnType::kReal)
-    return FieldValue::Real(value.integer);
-  if (value.type == ColumnType::kReal && to == ColumnType::kInteger) {
-    double r = value.real;
-    if (!(r > -2147483649.0 && r < 2147483648.0)) return FieldValue::Zero(to);
-    return FieldValue::Integer(static_cast<int32_t>(r));
+od::Value ConvertValue(const od::Value& value, od::ValueType to) {
+  if (value.type() == to) return value;
+  if (value.type() == od::ValueType::kInteger && to == od::ValueType::kReal)
+    return od::Value::Real(value.integer());
+  if (value.type() == od::ValueType::kReal && to == od::ValueType::kInteger) {
+    double r = value.real();
+    if (!(r > -2147483649.0 && r < 2147483648.0)) return od::Value(to);
+    return od::Value::Integer(static_cast<int32_t>(r));
   }
   // Everything else goes through the text forms users see.
-  od::Value source;
-  switch (value.type) {
-    case ColumnType::kInteger: source = od::Value::Integer(value.integer); break;
-    case ColumnType::kReal: source = od::Value::Real(value.real); break;
-    case ColumnType::kCharacter: source = od::Value::Character(value.text); break;
-    case ColumnType::kPoint: source = od::Value::Point({value.x, value.y, value.z}); break;
-  }
-  std::string text = od::ValueToText(source);
+  std::string text = od::ValueToText(value);
   switch (to) {
-    case ColumnType::kInteger: return FieldValue::Integer(od::ParseLeadingInt(text));
-    case ColumnType::kReal: return FieldValue::Real(od::ParseLeadingDouble(text));
-    case ColumnType::kCharacter: return FieldValue::Text(text);
-    case ColumnType::kPoint: {
+    case od::ValueType::kInteger: return od::Value::Integer(od::ParseLeadingInt(text));
+    case od::ValueType::kReal: return od::Value::Real(od::ParseLeadingDouble(text));
+    case od::ValueType::kCharacter: return od::Value::Character(std::move(text));
+    case od::ValueType::kPoint: {
       // A "*" would stand for the old value in user input; here it is just a character.
       od::Value point(od::ValueType::kPoint);
       if (text.find('*') != std::string::npos || !od::SetValueFromText(point, text)) break;
-      od::Point3 p = point.point();
-      return FieldValue::Point(p.x, p.y, p.z);
+      return point;
     }
+    case od::ValueType::kUnknown: break;
   }
-  return FieldValue::Zero(to);
+  return od::Value(to);
 }
 
 }  // namespace veltor::objectdata

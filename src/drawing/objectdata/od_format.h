@@ -7,8 +7,9 @@
 
 #include "drawing/dxf/tag.h"
 #include "drawing/model/document.h"
-#include "drawing/objectdata/od_types.h"
+#include "od/object_data.h"
 #include "od/status.h"
+#include "od/value.h"
 
 namespace veltor::objectdata {
 
@@ -41,27 +42,28 @@ void AppendTextTags(const model::Document& doc, int first_code, const std::strin
 std::string ReadTextTags(const model::Document& doc, const dxf::Tags& tags, size_t& i);
 
 // Appends the tags of one value (text encoded for the file).
-void AppendValueTags(const model::Document& doc, const FieldValue& value, dxf::Tags& out);
+void AppendValueTags(const model::Document& doc, const od::Value& value, dxf::Tags& out);
 enum class ValueRead { kValue, kNoValue, kDamaged };
 // Reads one value starting at tags[i] and advances i past it. kNoValue when tags[i] does not
 // start a value (i unchanged); kDamaged, with `why` said, when it does but a number in it is
 // not one.
 ValueRead ReadValueTags(const model::Document& doc, const dxf::Tags& tags, size_t& i,
-                        FieldValue& out, std::string& why);
+                        od::Value& out, std::string& why);
 
 // The whole text (blanks around it and a leading "+" allowed) as a number; false when any of
 // it is not part of the number, or an integer does not fit 32 bits.
 bool ParseWholeInt32(std::string_view text, int32_t& out);
 bool ParseWholeDouble(std::string_view text, double& out);
 
-dxf::Tags TableDefTags(const model::Document& doc, const TableDef& def);
+dxf::Tags TableDefTags(const model::Document& doc, const od::TableDefinition& def);
 // Reads a table definition. On failure says what is wrong; out.name then holds the table's
 // name when it could be read, else is empty.
-Status ParseTableDef(const model::Document& doc, const dxf::Tags& data, TableDef& out);
+Status ParseTableDef(const model::Document& doc, const dxf::Tags& data,
+                     od::TableDefinition& out);
 
 // Converts a value to another column type: numbers between each other (reals truncated
 // toward zero), anything to text in its usual text form, text to numbers by its leading
 // number, text to a point when it reads "x,y,z"; what cannot convert becomes the zero value.
-FieldValue ConvertValue(const FieldValue& value, ColumnType to);
+od::Value ConvertValue(const od::Value& value, od::ValueType to);
 
 }  // namespace veltor::objectdata

@@ -36,23 +36,13 @@ Status CheckText(const std::string& text, const std::string& where) {
   return Status::Error(where + ": the text holds a NUL character, which a DXF file cannot hold");
 }
 
-Status CheckColumnTexts(const std::string& table, const ColumnDef& c) {
+Status CheckColumnTexts(const std::string& table, const od::ColumnDefinition& c) {
   std::string where = "table '" + table + "': column '" + c.name + "'";
   if (Status s = CheckText(c.description, where); !s.ok()) return s;
-  return CheckText(ConvertValue(c.default_value, c.type).text, where);
+  return CheckText(ConvertValue(c.default_value, c.type).text(), where);
 }
 
 }  // namespace
-
-const char* ColumnTypeName(ColumnType type) {
-  switch (type) {
-    case ColumnType::kInteger: return "Integer";
-    case ColumnType::kReal: return "Real";
-    case ColumnType::kCharacter: return "Character";
-    case ColumnType::kPoint: return "Point";
-  }
-  return "Unknown";
-}
 
 Status ObjectDataStore::CanWrite() const {
   // Object Data lives in dictionaries and XRECORDs, which R12 files cannot hold; R12
@@ -94,7 +84,7 @@ const std::vector<ObjectDataStore::TableEntry>& ObjectDataStore::Catalogue() con
         damaged_tables_.push_back({entry.handle, "", what});
         continue;
       }
-      TableDef def;
+      od::TableDefinition def;
       Status parsed = ParseTableDef(doc_, model::XRecordData(doc_, xrec), def);
       for (const TableEntry& earlier : catalogue_)
         if (parsed.ok() && earlier.name == def.name)
@@ -146,18 +136,18 @@ Status ObjectDataStore::CheckNameFree(const std::string& name) const {
   return Status::Ok();
 }
 
-Result<TableDef> ObjectDataStore::GetTable(const std::string& name) const {
+Result<od::TableDefinition> ObjectDataStore::GetTable(const std::string& name) const {
   const TableEntry* entry = FindEntry(name);
   if (!entry) return Status::Error("table '" + name + "' does not exist");
   return entry->def;
 }
 
-Status ObjectDataStore::CreateTable(const TableDef& def) {
+Status ObjectDataStore::CreateTable(const od::TableDefinition& def) {
   Status ok = CanWrite();
   if (!ok.ok()) return ok;
   if (Status s = CheckNameFree(def.name); !s.ok()) return s;
   std::set<std::string> seen;
-  for (const ColumnDef& c : def.columns) {
+  for (const od::ColumnDefinition& c : def.columns) {
     if (Status s = CheckName(c.name, "column"); !s.ok()) return s.Wrap("table '" + def.name + "'");
     if (!seen.insert(c.name).second)
       return Status::Error("table '" + def.name + "': column '" + c.name + "' appears twice");
@@ -181,7 +171,7 @@ Status ObjectDataStore::CreateTable(const TableDef& def) {
   return Status::Ok();
 }
 
-Status ObjectDataStore::WriteTable(const TableEntry& entry, const TableDef& def) {
+Status ObjectDataStore::WriteTable(const TableEntry& entry, const od::TableDefinition& def) {
   model::SetXRecordData(doc_, entry.record, TableDefTags(doc_, def));
   Invalidate();
   return Status::Ok();
@@ -242,22 +232,22 @@ void ObjectDataStore::EditRecordsOf(Handle handle, Edit edit) {
   }
 }
 
-Status ObjectDataStore::AddColumn(const std::string& table, const ColumnDef& column) {
+Status ObjectDataStore::AddColumn(const std::string& table, const od::ColumnDefinition& column) {
   auto def = GetTable(table);
   if (!def.ok()) return def.status();
   if (Status s = CheckName(column.name, "column"); !s.ok()) return s;
-  for (const ColumnDef& c : def->columns)
+  for (const od::ColumnDefinition& c : def->columns)
     if (c.name == column.name)
       return Status::Error("table '" + table + "': column '" + column.name + "' already exists");
   if (Status s = CheckColumnTexts(table, column); !s.ok()) return s;
-  ColumnDef added = column;
+  od::ColumnDefinition added = column;
   added.default_value = ConvertValue(column.default_value, column.type);
   Handle handle = FindEntry(table)->handle;
   size_t count = def->columns.size();
   def->columns.push_back(added);
   Status written = WriteTable(*FindEntry(table), *def);
-  EditRecordsOf(handle, [&](std::vector<FieldValue>& values) {
-    values.resize(count, FieldValue());
+  EditRecordsOf(handle, [&](std::vector<od::Value>& values) {
+    values.resize(count, od::Value());
     values.push_back(added.default_value);
   });
   return written;
@@ -274,7 +264,7 @@ Status ObjectDataStore::RemoveColumn(const std::string& table, const std::string
   Handle handle = FindEntry(table)->handle;
   def->columns.erase(def->columns.begin() + static_cast<long>(index));
   Status written = WriteTable(*FindEntry(table), *def);
-  EditRecordsOf(handle, [&](std::vector<FieldValue>& values) {
+  EditRecordsOf(handle, [&](std::vector<od::Value>& values) {
     if (index < values.size()) values.erase(values.begin() + static_cast<long>(index));
   });
   return written;
@@ -285,8 +275,8 @@ Status ObjectDataStore::RenameColumn(const std::string& table, const std::string
   auto def = GetTable(table);
   if (!def.ok()) return def.status();
   if (Status s = CheckName(new_name, "column"); !s.ok()) return s;
-  ColumnDef* target = nullptr;
-  for (ColumnDef& c : def->columns) {
+  od::ColumnDefinition* target = nullptr;
+  for (od::ColumnDefinition& c : def->columns) {
     if (c.name == column) target = &c;
     else if (c.name == new_name)
       return Status::Error("table '" + table + "': column '" + new_name + "' already exists");
@@ -297,20 +287,20 @@ Status ObjectDataStore::RenameColumn(const std::string& table, const std::string
 }
 
 Status ObjectDataStore::RetypeColumn(const std::string& table, const std::string& column,
-                                     ColumnType type) {
+                                     od::ValueType type) {
   auto def = GetTable(table);
   if (!def.ok()) return def.status();
   size_t index = 0;
   while (index < def->columns.size() && def->columns[index].name != column) ++index;
   if (index == def->columns.size())
     return Status::Error("table '" + table + "': column '" + column + "' does not exist");
-  ColumnDef& c = def->columns[index];
+  od::ColumnDefinition& c = def->columns[index];
   if (c.type == type) return Status::Ok();
   c.type = type;
   c.default_value = ConvertValue(c.default_value, type);
   Handle handle = FindEntry(table)->handle;
   Status written = WriteTable(*FindEntry(table), *def);
-  EditRecordsOf(handle, [&](std::vector<FieldValue>& values) {
+  EditRecordsOf(handle, [&](std::vector<od::Value>& values) {
     if (index < values.size()) values[index] = ConvertValue(values[index], type);
   });
   return written;
@@ -378,7 +368,7 @@ ObjectDataStore::StoredRecords ObjectDataStore::ReadStored(RecordId entity) cons
     ++i;
     while (i < data.size() && data[i].code != 340) {
       size_t before = i;
-      FieldValue value;
+      od::Value value;
       std::string why;
       switch (ReadValueTags(doc_, data, i, value, why)) {
         case ValueRead::kValue: record.values.push_back(std::move(value)); break;
@@ -423,7 +413,7 @@ void ObjectDataStore::WriteStored(RecordId entity, const StoredRecords& stored) 
       continue;
     }
     data.push_back({340, dxf::FormatHandle(r.table)});
-    for (const FieldValue& v : r.values) AppendValueTags(doc_, v, data);
+    for (const od::Value& v : r.values) AppendValueTags(doc_, v, data);
   }
   if (xrec != kNoRecord) {
     model::SetXRecordData(doc_, xrec, std::move(data));
@@ -464,7 +454,7 @@ Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const c
                        "); remove those entities' records first");
 }
 
-Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) const {
+Status ObjectDataStore::CheckRecord(const od::Record& record, StoredRecord& out) const {
   auto def = GetTable(record.table);
   if (!def.ok()) return def.status();
   if (record.values.size() != def->columns.size())
@@ -475,24 +465,24 @@ Status ObjectDataStore::CheckRecord(const OdRecord& record, StoredRecord& out) c
   out.values.clear();
   for (size_t i = 0; i < record.values.size(); ++i) {
     out.values.push_back(ConvertValue(record.values[i], def->columns[i].type));
-    Status text = CheckText(out.values.back().text,
+    Status text = CheckText(out.values.back().text(),
                             "table '" + record.table + "': column '" + def->columns[i].name + "'");
     if (!text.ok()) return text;
   }
   return Status::Ok();
 }
 
-std::vector<OdRecord> ObjectDataStore::Records(RecordId entity) const {
-  std::vector<OdRecord> out;
+std::vector<od::Record> ObjectDataStore::Records(RecordId entity) const {
+  std::vector<od::Record> out;
   for (StoredRecord& stored : ReadStored(entity).records) {
     if (!stored.damage.empty()) continue;
     const TableEntry* entry = FindEntry(stored.table);
     // The cached definition: copying it per record would dominate a walk of the drawing.
-    const std::vector<ColumnDef>& columns = entry->def.columns;
-    OdRecord record;
+    const std::vector<od::ColumnDefinition>& columns = entry->def.columns;
+    od::Record record;
     record.table = entry->name;
     for (size_t i = 0; i < columns.size(); ++i) {
-      const ColumnDef& c = columns[i];
+      const od::ColumnDefinition& c = columns[i];
       record.values.push_back(i < stored.values.size() ? ConvertValue(stored.values[i], c.type)
                                                        : c.default_value);
     }
@@ -586,7 +576,7 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
   return records - readable;
 }
 
-Status ObjectDataStore::AddRecord(RecordId entity, const OdRecord& record) {
+Status ObjectDataStore::AddRecord(RecordId entity, const od::Record& record) {
   if (Status s = CanWrite(); !s.ok()) return s;
   StoredRecord stored;
   if (Status s = CheckRecord(record, stored); !s.ok()) return s;
@@ -597,7 +587,7 @@ Status ObjectDataStore::AddRecord(RecordId entity, const OdRecord& record) {
   return Status::Ok();
 }
 
-Status ObjectDataStore::UpdateRecord(RecordId entity, size_t index, const OdRecord& record) {
+Status ObjectDataStore::UpdateRecord(RecordId entity, size_t index, const od::Record& record) {
   StoredRecords records = ReadStored(entity);
   if (Status s = CheckChangeable(entity, records); !s.ok()) return s;
   size_t at = records.Position(index);
@@ -665,12 +655,12 @@ std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) cons
   return lines;
 }
 
-Result<OdRecord> ObjectDataStore::NewRecord(const std::string& table) const {
+Result<od::Record> ObjectDataStore::NewRecord(const std::string& table) const {
   auto def = GetTable(table);
   if (!def.ok()) return def.status();
-  OdRecord record;
+  od::Record record;
   record.table = table;
-  for (const ColumnDef& c : def->columns) record.values.push_back(c.default_value);
+  for (const od::ColumnDefinition& c : def->columns) record.values.push_back(c.default_value);
   return record;
 }
 

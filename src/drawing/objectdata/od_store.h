@@ -22,8 +22,9 @@
 #include <vector>
 
 #include "drawing/model/document.h"
-#include "drawing/objectdata/od_types.h"
+#include "od/object_data.h"
 #include "od/status.h"
+#include "od/value.h"
 
 namespace veltor::objectdata {
 
@@ -58,34 +59,34 @@ class ObjectDataStore {
   // Ok when a new or renamed table can take `name`: no control character, and no table,
   // not even one whose definition cannot be read, has it.
   Status CheckNameFree(const std::string& name) const;
-  Result<TableDef> GetTable(const std::string& name) const;
-  Status CreateTable(const TableDef& def);
+  Result<od::TableDefinition> GetTable(const std::string& name) const;
+  Status CreateTable(const od::TableDefinition& def);
   // Deletes the table and every record of it.
   Status DeleteTable(const std::string& name);
   Status RenameTable(const std::string& name, const std::string& new_name);
 
   // --- columns (records follow every change) ---
   // Adds a column at the end; existing records get its default value.
-  Status AddColumn(const std::string& table, const ColumnDef& column);
+  Status AddColumn(const std::string& table, const od::ColumnDefinition& column);
   Status RemoveColumn(const std::string& table, const std::string& column);
   Status RenameColumn(const std::string& table, const std::string& column,
                       const std::string& new_name);
   // Changes a column's type; the default and every record's value are converted.
-  Status RetypeColumn(const std::string& table, const std::string& column, ColumnType type);
+  Status RetypeColumn(const std::string& table, const std::string& column, od::ValueType type);
 
   // --- records ---
   // The records of an entity in their stored order. Values follow the current definition
   // (missing trailing values read as the column default).
-  std::vector<OdRecord> Records(model::RecordId entity) const;
+  std::vector<od::Record> Records(model::RecordId entity) const;
   // Only the table names of an entity's records, in order; cheaper than Records().
   std::vector<std::string> RecordTableNames(model::RecordId entity) const;
-  Status AddRecord(model::RecordId entity, const OdRecord& record);
-  Status UpdateRecord(model::RecordId entity, size_t index, const OdRecord& record);
+  Status AddRecord(model::RecordId entity, const od::Record& record);
+  Status UpdateRecord(model::RecordId entity, size_t index, const od::Record& record);
   Status RemoveRecord(model::RecordId entity, size_t index);
   // Removes every record of the entity, damaged ones too; returns how many there were.
   size_t RemoveAllRecords(model::RecordId entity);
   // A record of `table` holding every column's default value.
-  Result<OdRecord> NewRecord(const std::string& table) const;
+  Result<od::Record> NewRecord(const std::string& table) const;
 
   // Number of records of each table over every entity of the drawing.
   std::map<std::string, size_t> RecordCounts() const;
@@ -93,13 +94,13 @@ class ObjectDataStore {
  private:
   struct TableEntry {
     std::string name;
-    TableDef def;
+    od::TableDefinition def;
     model::Handle handle = 0;  // of the definition XRECORD
     model::RecordId record = model::kNoRecord;
   };
   struct StoredRecord {
     model::Handle table = 0;
-    std::vector<FieldValue> values;
+    std::vector<od::Value> values;
     std::string damage;  // why the record cannot be read; empty when it can
     dxf::Tags raw;       // a damaged record's tags, written back as they stand
   };
@@ -116,7 +117,7 @@ class ObjectDataStore {
   model::RecordId CatalogueDictionary() const;
   const TableEntry* FindEntry(const std::string& name) const;
   const TableEntry* FindEntry(model::Handle handle) const;
-  Status WriteTable(const TableEntry& entry, const TableDef& def);
+  Status WriteTable(const TableEntry& entry, const od::TableDefinition& def);
   model::RecordId RecordsXRecord(model::RecordId entity) const;
   StoredRecords ReadStored(model::RecordId entity) const;
   // Reads the entity's records XRECORD in place, as ReadStored would judge it: appends the
@@ -131,7 +132,7 @@ class ObjectDataStore {
   // its deletion would leave them meaning something else).
   Status CheckNoDamagedRecordsOf(const TableEntry& table, const char* change) const;
 
-  Status CheckRecord(const OdRecord& record, StoredRecord& out) const;
+  Status CheckRecord(const od::Record& record, StoredRecord& out) const;
   // Applies `edit` to every record of table `handle` across the drawing.
   template <typename Edit>
   void EditRecordsOf(model::Handle handle, Edit edit);
@@ -143,7 +144,5 @@ class ObjectDataStore {
   mutable bool catalogue_loaded_ = false;
   mutable model::RecordId catalogue_dictionary_ = model::kNoRecord;
 };
-
-const char* ColumnTypeName(ColumnType type);
 
 }  // namespace veltor::objectdata

@@ -55,10 +55,4 @@ class EmbeddedObjectData : public od::ObjectDataContainer {
   AttachedTableLookup attached_;
 };
 
-// Conversions between the store's types and the module's.
-od::Value ToValue(const objectdata::FieldValue& field);
-objectdata::FieldValue ToField(const od::Value& value);
-od::TableDefinition ToDefinition(const objectdata::TableDef& def);
-objectdata::TableDef ToTableDef(const od::TableDefinition& def);
-
 }  // namespace veltor::session

@@ -120,8 +120,8 @@ Result<std::vector<std::string>> EmbeddedProject::AttachedTableNames(int id) con
 std::optional<od::TableDefinition> EmbeddedProject::FindAttachedTable(const std::string& name) const {
   for (const Attachment& a : attachments_) {
     if (!a.info.active) continue;
-    Result<objectdata::TableDef> def = a.store->GetTable(name);
-    if (def.ok()) return ToDefinition(*def);
+    Result<od::TableDefinition> def = a.store->GetTable(name);
+    if (def.ok()) return *std::move(def);
   }
   return std::nullopt;
 }

@@ -296,18 +296,18 @@ TEST(UpgradeR12, ConvertedDrawingHoldsObjectData) {
   ASSERT_TRUE(doc);
   objectdata::ObjectDataStore store(*doc);
   ASSERT_TRUE(store.CanWrite().ok()) << store.CanWrite().message();
-  objectdata::TableDef def;
+  od::TableDefinition def;
   def.name = "Wells";
-  def.columns = {{"Depth", objectdata::ColumnType::kReal, "", objectdata::FieldValue::Real(0)}};
+  def.columns = {{"Depth", od::ValueType::kReal, "", od::Value::Real(0)}};
   ASSERT_TRUE(store.CreateTable(def).ok());
   RecordId circle = ModelSpaceEntities(*doc)[1];
-  Status added = store.AddRecord(circle, objectdata::OdRecord{"Wells", {objectdata::FieldValue::Real(12.5)}});
+  Status added = store.AddRecord(circle, od::Record{"Wells", {od::Value::Real(12.5)}});
   ASSERT_TRUE(added.ok()) << added.message();
   ScratchDir dir;
   auto saved = SaveAndReload(*doc, dir);
   ASSERT_TRUE(saved);
   objectdata::ObjectDataStore reread(*saved);
-  std::vector<objectdata::OdRecord> records = reread.Records(ModelSpaceEntities(*saved)[1]);
+  std::vector<od::Record> records = reread.Records(ModelSpaceEntities(*saved)[1]);
   ASSERT_EQ(records.size(), 1u);
   EXPECT_EQ(records[0].table, "Wells");
 }

@@ -25,16 +25,16 @@ RecordId AddPoint(Document& doc) {
   return model::AddModelSpaceEntity(doc, "POINT", "0", {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
 }
 
-TableDef Table(const std::string& name) {
-  TableDef def;
+od::TableDefinition Table(const std::string& name) {
+  od::TableDefinition def;
   def.name = name;
-  def.columns = {{"Id", ColumnType::kInteger, "", FieldValue::Integer(0)},
-                 {"Name", ColumnType::kCharacter, "", FieldValue::Text("")}};
+  def.columns = {{"Id", od::ValueType::kInteger, "", od::Value::Integer(0)},
+                 {"Name", od::ValueType::kCharacter, "", od::Value::Character("")}};
   return def;
 }
 
-OdRecord Row(const std::string& table, int32_t id, const std::string& name) {
-  return OdRecord{table, {FieldValue::Integer(id), FieldValue::Text(name)}};
+od::Record Row(const std::string& table, int32_t id, const std::string& name) {
+  return od::Record{table, {od::Value::Integer(id), od::Value::Character(name)}};
 }
 
 bool Contains(const std::string& text, const std::string& part) {
@@ -90,7 +90,7 @@ class DamagedObjectData : public ::testing::Test {
 
   std::vector<int32_t> Ids(RecordId entity) const {
     std::vector<int32_t> ids;
-    for (const OdRecord& r : store_->Records(entity)) ids.push_back(r.values[0].integer);
+    for (const od::Record& r : store_->Records(entity)) ids.push_back(r.values[0].integer());
     return ids;
   }
 
@@ -149,7 +149,7 @@ TEST_F(DamagedObjectData, UnknownColumnTypeHidesTheTableButKeepsItsName) {
   // Changes elsewhere rewrite neither the definition nor the records that use it.
   ASSERT_TRUE(store_->CreateTable(Table("Lakes")).ok());
   ASSERT_TRUE(store_->AddRecord(b_, Row("Rivers", 5, "five")).ok());
-  ASSERT_TRUE(store_->AddColumn("Rivers", {"Depth", ColumnType::kReal, "", FieldValue::Real(1)}).ok());
+  ASSERT_TRUE(store_->AddColumn("Rivers", {"Depth", od::ValueType::kReal, "", od::Value::Real(1)}).ok());
   EXPECT_EQ(store_->DamagedRecordCount(b_), 1u);
   ExpectKeptByteForByte(DefinitionOf(*doc_, "Roads"));
 }
@@ -176,8 +176,8 @@ TEST_F(DamagedObjectData, UnknownRecordsVersionKeepsTheEntityReadOnlyUntilAllIsR
   EXPECT_TRUE(Contains(added.message(), "kept as it is")) << added.message();
   EXPECT_FALSE(store_->RemoveRecord(a_, 0).ok());
   // Table-wide changes pass it by.
-  ASSERT_TRUE(store_->AddColumn("Rivers", {"Depth", ColumnType::kReal, "", FieldValue::Real(1)}).ok());
-  ASSERT_TRUE(store_->RetypeColumn("Rivers", "Name", ColumnType::kInteger).ok());
+  ASSERT_TRUE(store_->AddColumn("Rivers", {"Depth", od::ValueType::kReal, "", od::Value::Real(1)}).ok());
+  ASSERT_TRUE(store_->RetypeColumn("Rivers", "Name", od::ValueType::kInteger).ok());
   ExpectKeptByteForByte(RecordsOf(*doc_, a_));
 
   // Asked explicitly, everything goes.

@@ -30,44 +30,43 @@ std::string Repeat(const std::string& unit, size_t n) {
 const std::vector<std::string> kTableNames = {"Roads", "ROADS", "Дороги", "Δρόμοι", "道路",
                                               "\xF0\x9F\x9A\x97 cars"};
 
-TableDef ValuesTable(const std::string& name) {
-  TableDef def;
+od::TableDefinition ValuesTable(const std::string& name) {
+  od::TableDefinition def;
   def.name = name;
   def.description = "Beschreibung: ä ж 路";
-  def.columns = {{"Count", ColumnType::kInteger, "", FieldValue::Integer(-1)},
-                 {"Länge", ColumnType::kReal, "in m", FieldValue::Real(0.5)},
-                 {"名前", ColumnType::kCharacter, "", FieldValue::Text("unnamed ж")},
-                 {"Where", ColumnType::kPoint, "", FieldValue::Point(1, 2, 3)}};
+  def.columns = {{"Count", od::ValueType::kInteger, "", od::Value::Integer(-1)},
+                 {"Länge", od::ValueType::kReal, "in m", od::Value::Real(0.5)},
+                 {"名前", od::ValueType::kCharacter, "", od::Value::Character("unnamed ж")},
+                 {"Where", od::ValueType::kPoint, "", od::Value::Point({1, 2, 3})}};
   return def;
 }
 
-OdRecord Row(const std::string& table, int32_t i, double r, std::string text, FieldValue p) {
-  return OdRecord{table, {FieldValue::Integer(i), FieldValue::Real(r), FieldValue::Text(std::move(text)), p}};
+od::Record Row(const std::string& table, int32_t i, double r, std::string text, od::Value p) {
+  return od::Record{table, {od::Value::Integer(i), od::Value::Real(r), od::Value::Character(std::move(text)), p}};
 }
 
-std::vector<OdRecord> Rows(const std::string& table) {
+std::vector<od::Record> Rows(const std::string& table) {
   return {
-      Row(table, 0, 0.1, "", FieldValue::Point(0, 0, 0)),
-      Row(table, INT32_MIN, 1e-300, Repeat("abcdefghij", 100), FieldValue::Point(1.5, -2.25, 1e-300)),
-      Row(table, INT32_MAX, DBL_MAX, Repeat("ж", 1000), FieldValue::Point(-1e15, 0.1, 7)),
-      Row(table, -42, -2.5, Repeat("道", 300) + "\xF0\x9F\x98\x80", FieldValue::Point(3, 4, 5)),
+      Row(table, 0, 0.1, "", od::Value::Point({0, 0, 0})),
+      Row(table, INT32_MIN, 1e-300, Repeat("abcdefghij", 100), od::Value::Point({1.5, -2.25, 1e-300})),
+      Row(table, INT32_MAX, DBL_MAX, Repeat("ж", 1000), od::Value::Point({-1e15, 0.1, 7})),
+      Row(table, -42, -2.5, Repeat("道", 300) + "\xF0\x9F\x98\x80", od::Value::Point({3, 4, 5})),
       Row(table, 7, DBL_TRUE_MIN, "  Ελληνικά, 中文, emoji \xF0\x9F\x98\x80 and \\ backslash  ",
-          FieldValue::Point(1e300, -0.0, 2)),
+          od::Value::Point({1e300, -0.0, 2})),
   };
 }
 
-void ExpectEqualRecords(const std::vector<OdRecord>& expected, const std::vector<OdRecord>& actual,
+void ExpectEqualRecords(const std::vector<od::Record>& expected, const std::vector<od::Record>& actual,
                         const std::string& label) {
   ASSERT_EQ(expected.size(), actual.size()) << label;
   for (size_t i = 0; i < expected.size(); ++i) {
     EXPECT_EQ(expected[i].table, actual[i].table) << label << " record " << i;
     ASSERT_EQ(expected[i].values.size(), actual[i].values.size()) << label << " record " << i;
     for (size_t k = 0; k < expected[i].values.size(); ++k) {
-      const FieldValue& e = expected[i].values[k];
-      const FieldValue& a = actual[i].values[k];
-      EXPECT_TRUE(e == a) << label << " record " << i << " value " << k << ": '" << a.text
-                          << "' " << a.integer << " " << a.real << " (" << a.x << "," << a.y
-                          << "," << a.z << ")";
+      const od::Value& e = expected[i].values[k];
+      const od::Value& a = actual[i].values[k];
+      EXPECT_TRUE(e == a) << label << " record " << i << " value " << k << ": '" << od::ValueToText(a)
+                          << "' of type " << od::TypeName(a.type());
     }
   }
 }
@@ -81,12 +80,12 @@ void CheckRoundTrip(Document& doc, RecordId entity, RecordId other, const std::s
   for (const std::string& name : kTableNames) {
     ASSERT_TRUE(store.CreateTable(ValuesTable(name)).ok()) << name;
   }
-  std::vector<OdRecord> expected;
-  for (const OdRecord& r : Rows("Roads")) {
+  std::vector<od::Record> expected;
+  for (const od::Record& r : Rows("Roads")) {
     expected.push_back(r);
     expected.push_back(Rows(kTableNames[expected.size() % kTableNames.size()])[expected.size() % 5]);
   }
-  for (const OdRecord& r : expected) ASSERT_TRUE(store.AddRecord(entity, r).ok()) << label;
+  for (const od::Record& r : expected) ASSERT_TRUE(store.AddRecord(entity, r).ok()) << label;
   ASSERT_TRUE(store.AddRecord(other, store.NewRecord("ROADS").value()).ok());
 
   auto saved = SaveAndReload(doc, dir);
@@ -107,14 +106,14 @@ void CheckRoundTrip(Document& doc, RecordId entity, RecordId other, const std::s
   RecordId e = saved->Find(doc.store().at(entity).handle);
   ExpectEqualRecords(expected, again.Records(e), label);
   std::vector<std::string> names;
-  for (const OdRecord& r : expected) names.push_back(r.table);
+  for (const od::Record& r : expected) names.push_back(r.table);
   EXPECT_EQ(again.RecordTableNames(e), names);
-  std::vector<OdRecord> defaults = {again.NewRecord("ROADS").value()};
-  EXPECT_EQ(defaults[0].values[2].text, "unnamed ж");
+  std::vector<od::Record> defaults = {again.NewRecord("ROADS").value()};
+  EXPECT_EQ(defaults[0].values[2].text(), "unnamed ж");
   ExpectEqualRecords(defaults, again.Records(saved->Find(doc.store().at(other).handle)), label);
   std::map<std::string, size_t> counts;
   for (const std::string& name : kTableNames) counts[name] = 0;
-  for (const OdRecord& r : expected) ++counts[r.table];
+  for (const od::Record& r : expected) ++counts[r.table];
   ++counts["ROADS"];
   EXPECT_EQ(again.RecordCounts(), counts);
 
@@ -171,18 +170,18 @@ TEST(ObjectDataRecords, UpdateAndRemoveByPosition) {
   ObjectDataStore store(*doc);
   ASSERT_TRUE(store.CreateTable(ValuesTable("A")).ok());
   ASSERT_TRUE(store.CreateTable(ValuesTable("B")).ok());
-  std::vector<OdRecord> rows = {Row("A", 1, 1, "one", FieldValue::Point(1, 1, 1)),
-                                Row("B", 2, 2, "two", FieldValue::Point(2, 2, 2)),
-                                Row("A", 3, 3, "three", FieldValue::Point(3, 3, 3))};
-  for (const OdRecord& r : rows) ASSERT_TRUE(store.AddRecord(e, r).ok());
-  rows[1] = Row("B", 20, 20, "twenty", FieldValue::Point(0, 0, 0));
+  std::vector<od::Record> rows = {Row("A", 1, 1, "one", od::Value::Point({1, 1, 1})),
+                                Row("B", 2, 2, "two", od::Value::Point({2, 2, 2})),
+                                Row("A", 3, 3, "three", od::Value::Point({3, 3, 3}))};
+  for (const od::Record& r : rows) ASSERT_TRUE(store.AddRecord(e, r).ok());
+  rows[1] = Row("B", 20, 20, "twenty", od::Value::Point({0, 0, 0}));
   ASSERT_TRUE(store.UpdateRecord(e, 1, rows[1]).ok());
   ExpectEqualRecords(rows, store.Records(e), "after update");
   // A value of another type is converted to the column's type.
-  OdRecord converted{"A", {FieldValue::Text("12abc"), FieldValue::Integer(4), FieldValue::Real(2.5),
-                           FieldValue::Text("1,2,3")}};
+  od::Record converted{"A", {od::Value::Character("12abc"), od::Value::Integer(4), od::Value::Real(2.5),
+                           od::Value::Character("1,2,3")}};
   ASSERT_TRUE(store.UpdateRecord(e, 2, converted).ok());
-  rows[2] = Row("A", 12, 4.0, "2.5", FieldValue::Point(1, 2, 3));
+  rows[2] = Row("A", 12, 4.0, "2.5", od::Value::Point({1, 2, 3}));
   ExpectEqualRecords(rows, store.Records(e), "after converting update");
   ASSERT_TRUE(store.RemoveRecord(e, 0).ok());
   rows.erase(rows.begin());

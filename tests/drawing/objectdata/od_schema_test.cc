@@ -23,22 +23,22 @@ RecordId AddPoint(Document& doc) {
   return model::AddModelSpaceEntity(doc, "POINT", "0", {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
 }
 
-TableDef Roads() {
-  TableDef def;
+od::TableDefinition Roads() {
+  od::TableDefinition def;
   def.name = "Roads";
-  def.columns = {{"Id", ColumnType::kInteger, "", FieldValue::Integer(0)},
-                 {"Width", ColumnType::kReal, "", FieldValue::Real(2.5)},
-                 {"Name", ColumnType::kCharacter, "", FieldValue::Text("")}};
+  def.columns = {{"Id", od::ValueType::kInteger, "", od::Value::Integer(0)},
+                 {"Width", od::ValueType::kReal, "", od::Value::Real(2.5)},
+                 {"Name", od::ValueType::kCharacter, "", od::Value::Character("")}};
   return def;
 }
 
-OdRecord Road(int32_t id, double width, const std::string& name) {
-  return OdRecord{"Roads", {FieldValue::Integer(id), FieldValue::Real(width), FieldValue::Text(name)}};
+od::Record Road(int32_t id, double width, const std::string& name) {
+  return od::Record{"Roads", {od::Value::Integer(id), od::Value::Real(width), od::Value::Character(name)}};
 }
 
-std::vector<FieldValue> ValuesOf(const ObjectDataStore& store, RecordId entity, size_t index = 0) {
-  std::vector<OdRecord> records = store.Records(entity);
-  return index < records.size() ? records[index].values : std::vector<FieldValue>{};
+std::vector<od::Value> ValuesOf(const ObjectDataStore& store, RecordId entity, size_t index = 0) {
+  std::vector<od::Record> records = store.Records(entity);
+  return index < records.size() ? records[index].values : std::vector<od::Value>{};
 }
 
 // A drawing with table Roads and two entities holding records, saved and reloaded so that
@@ -81,11 +81,11 @@ TEST(ObjectDataTables, RenameRewritesExactlyOneObject) {
 TEST(ObjectDataTables, NamesAreCaseSensitive) {
   Fixture f;
   ObjectDataStore store(*f.doc);
-  TableDef upper = Roads();
+  od::TableDefinition upper = Roads();
   upper.name = "ROADS";
   upper.columns.pop_back();
   ASSERT_TRUE(store.CreateTable(upper).ok());
-  ASSERT_TRUE(store.AddRecord(f.a, OdRecord{"ROADS", {FieldValue::Integer(9), FieldValue::Real(9)}}).ok());
+  ASSERT_TRUE(store.AddRecord(f.a, od::Record{"ROADS", {od::Value::Integer(9), od::Value::Real(9)}}).ok());
   EXPECT_EQ(store.TableNames(), (std::vector<std::string>{"Roads", "ROADS"}));
   EXPECT_FALSE(store.HasTable("roads"));
   EXPECT_EQ(store.GetTable("ROADS")->columns.size(), 2u);
@@ -98,10 +98,10 @@ TEST(ObjectDataTables, NamesAreCaseSensitive) {
 TEST(ObjectDataTables, DeleteRemovesItsRecordsOnly) {
   Fixture f;
   ObjectDataStore store(*f.doc);
-  TableDef other = Roads();
+  od::TableDefinition other = Roads();
   other.name = "Other";
   ASSERT_TRUE(store.CreateTable(other).ok());
-  OdRecord kept = Road(5, 5, "kept");
+  od::Record kept = Road(5, 5, "kept");
   kept.table = "Other";
   ASSERT_TRUE(store.AddRecord(f.a, kept).ok());
   ASSERT_TRUE(store.DeleteTable("Roads").ok());
@@ -129,18 +129,18 @@ TEST(ObjectDataTables, DeleteRemovesItsRecordsOnly) {
 TEST(ObjectDataColumns, RecordsFollowAddRemoveAndRename) {
   Fixture f;
   ObjectDataStore store(*f.doc);
-  ASSERT_TRUE(store.AddColumn("Roads", {"Lanes", ColumnType::kInteger, "", FieldValue::Text("2 lanes")}).ok());
-  std::vector<FieldValue> expected = {FieldValue::Integer(42), FieldValue::Real(3.75),
-                                      FieldValue::Text("Main"), FieldValue::Integer(2)};
+  ASSERT_TRUE(store.AddColumn("Roads", {"Lanes", od::ValueType::kInteger, "", od::Value::Character("2 lanes")}).ok());
+  std::vector<od::Value> expected = {od::Value::Integer(42), od::Value::Real(3.75),
+                                      od::Value::Character("Main"), od::Value::Integer(2)};
   EXPECT_TRUE(ValuesOf(store, f.a) == expected) << "new column holds its converted default";
-  EXPECT_TRUE(store.GetTable("Roads")->columns[3].default_value == FieldValue::Integer(2));
+  EXPECT_TRUE(store.GetTable("Roads")->columns[3].default_value == od::Value::Integer(2));
 
   ASSERT_TRUE(store.RemoveColumn("Roads", "Width").ok());
   expected.erase(expected.begin() + 1);
   EXPECT_TRUE(ValuesOf(store, f.a) == expected);
-  EXPECT_TRUE(ValuesOf(store, f.a, 1) == (std::vector<FieldValue>{FieldValue::Integer(-7),
-                                                                  FieldValue::Text("Back"),
-                                                                  FieldValue::Integer(2)}));
+  EXPECT_TRUE(ValuesOf(store, f.a, 1) == (std::vector<od::Value>{od::Value::Integer(-7),
+                                                                  od::Value::Character("Back"),
+                                                                  od::Value::Integer(2)}));
 
   ASSERT_TRUE(store.RenameColumn("Roads", "Name", "Название").ok());
   EXPECT_TRUE(ValuesOf(store, f.a) == expected);
@@ -150,34 +150,34 @@ TEST(ObjectDataColumns, RecordsFollowAddRemoveAndRename) {
   auto def = again.GetTable("Roads");
   ASSERT_TRUE(def.ok());
   std::vector<std::string> names;
-  for (const ColumnDef& c : def->columns) names.push_back(c.name);
+  for (const od::ColumnDefinition& c : def->columns) names.push_back(c.name);
   EXPECT_EQ(names, (std::vector<std::string>{"Id", "Название", "Lanes"}));
   EXPECT_TRUE(ValuesOf(again, f.a) == expected);
-  EXPECT_TRUE(ValuesOf(again, f.b) == (std::vector<FieldValue>{FieldValue::Integer(1),
-                                                               FieldValue::Text("Side"),
-                                                               FieldValue::Integer(2)}));
+  EXPECT_TRUE(ValuesOf(again, f.b) == (std::vector<od::Value>{od::Value::Integer(1),
+                                                               od::Value::Character("Side"),
+                                                               od::Value::Integer(2)}));
 }
 
 TEST(ObjectDataColumns, RetypeConvertsEveryRecord) {
   Fixture f;
   ObjectDataStore store(*f.doc);
-  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", ColumnType::kReal).ok());
-  EXPECT_TRUE(ValuesOf(store, f.a)[0] == FieldValue::Real(42));
-  EXPECT_TRUE(ValuesOf(store, f.a, 1)[0] == FieldValue::Real(-7));
-  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", ColumnType::kCharacter).ok());
-  EXPECT_TRUE(ValuesOf(store, f.a)[0] == FieldValue::Text("42.0")) << ValuesOf(store, f.a)[0].text;
-  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", ColumnType::kInteger).ok());
-  EXPECT_TRUE(ValuesOf(store, f.a)[0] == FieldValue::Integer(42));
-  EXPECT_TRUE(ValuesOf(store, f.a, 1)[0] == FieldValue::Integer(-7));
-  EXPECT_TRUE(ValuesOf(store, f.b)[0] == FieldValue::Integer(1));
-  EXPECT_EQ(store.GetTable("Roads")->columns[0].type, ColumnType::kInteger);
+  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", od::ValueType::kReal).ok());
+  EXPECT_TRUE(ValuesOf(store, f.a)[0] == od::Value::Real(42));
+  EXPECT_TRUE(ValuesOf(store, f.a, 1)[0] == od::Value::Real(-7));
+  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", od::ValueType::kCharacter).ok());
+  EXPECT_TRUE(ValuesOf(store, f.a)[0] == od::Value::Character("42.0")) << ValuesOf(store, f.a)[0].text();
+  ASSERT_TRUE(store.RetypeColumn("Roads", "Id", od::ValueType::kInteger).ok());
+  EXPECT_TRUE(ValuesOf(store, f.a)[0] == od::Value::Integer(42));
+  EXPECT_TRUE(ValuesOf(store, f.a, 1)[0] == od::Value::Integer(-7));
+  EXPECT_TRUE(ValuesOf(store, f.b)[0] == od::Value::Integer(1));
+  EXPECT_EQ(store.GetTable("Roads")->columns[0].type, od::ValueType::kInteger);
 
-  ASSERT_TRUE(store.RetypeColumn("Roads", "Width", ColumnType::kInteger).ok());
-  EXPECT_TRUE(ValuesOf(store, f.a)[1] == FieldValue::Integer(3)) << "reals truncate toward zero";
-  EXPECT_TRUE(ValuesOf(store, f.a, 1)[1] == FieldValue::Integer(-2));
-  EXPECT_TRUE(store.GetTable("Roads")->columns[1].default_value == FieldValue::Integer(2));
-  ASSERT_TRUE(store.RetypeColumn("Roads", "Name", ColumnType::kPoint).ok());
-  EXPECT_TRUE(ValuesOf(store, f.a)[2] == FieldValue::Point(0, 0, 0)) << "'Main' is no point";
+  ASSERT_TRUE(store.RetypeColumn("Roads", "Width", od::ValueType::kInteger).ok());
+  EXPECT_TRUE(ValuesOf(store, f.a)[1] == od::Value::Integer(3)) << "reals truncate toward zero";
+  EXPECT_TRUE(ValuesOf(store, f.a, 1)[1] == od::Value::Integer(-2));
+  EXPECT_TRUE(store.GetTable("Roads")->columns[1].default_value == od::Value::Integer(2));
+  ASSERT_TRUE(store.RetypeColumn("Roads", "Name", od::ValueType::kPoint).ok());
+  EXPECT_TRUE(ValuesOf(store, f.a)[2] == od::Value::Point({0, 0, 0})) << "'Main' is no point";
 
   auto saved = SaveAndReload(*f.doc, f.dir);
   ObjectDataStore again(*saved);
@@ -228,42 +228,42 @@ TEST(ObjectDataRefusals, BadInputChangesNothing) {
   Fixture f;
   ObjectDataStore store(*f.doc);
   Unchanged unchanged(*f.doc);
-  TableDef twice = Roads();
+  od::TableDefinition twice = Roads();
   twice.name = "Twice";
   twice.columns.push_back(twice.columns[0]);
   Status s = store.CreateTable(twice);
   EXPECT_FALSE(s.ok());
   EXPECT_NE(s.message().find("'Id'"), std::string::npos) << s.message();
-  TableDef unnamed = Roads();
+  od::TableDefinition unnamed = Roads();
   unnamed.name = "";
   EXPECT_FALSE(store.CreateTable(unnamed).ok());
-  TableDef empty_column = Roads();
+  od::TableDefinition empty_column = Roads();
   empty_column.name = "X";
   empty_column.columns[1].name = "";
   EXPECT_FALSE(store.CreateTable(empty_column).ok());
-  TableDef control = Roads();
+  od::TableDefinition control = Roads();
   control.name = "Line\nbreak";
   EXPECT_FALSE(store.CreateTable(control).ok());
   EXPECT_FALSE(store.CreateTable(Roads()).ok()) << "exists";
 
-  OdRecord short_record = Road(1, 1, "x");
+  od::Record short_record = Road(1, 1, "x");
   short_record.values.pop_back();
   s = store.AddRecord(f.a, short_record);
   EXPECT_FALSE(s.ok());
   EXPECT_NE(s.message().find("3 columns"), std::string::npos) << s.message();
-  OdRecord long_record = Road(1, 1, "x");
-  long_record.values.push_back(FieldValue::Integer(0));
+  od::Record long_record = Road(1, 1, "x");
+  long_record.values.push_back(od::Value::Integer(0));
   EXPECT_FALSE(store.AddRecord(f.a, long_record).ok());
   EXPECT_FALSE(store.UpdateRecord(f.a, 0, short_record).ok());
-  EXPECT_FALSE(store.AddRecord(f.a, OdRecord{"Nope", {}}).ok());
+  EXPECT_FALSE(store.AddRecord(f.a, od::Record{"Nope", {}}).ok());
   EXPECT_FALSE(store.UpdateRecord(f.a, 2, Road(1, 1, "x")).ok()) << "only two records";
   EXPECT_FALSE(store.RemoveRecord(f.b, 1).ok());
-  EXPECT_FALSE(store.AddColumn("Roads", {"Name", ColumnType::kInteger, "", {}}).ok());
-  EXPECT_FALSE(store.AddColumn("Roads", {"", ColumnType::kInteger, "", {}}).ok());
+  EXPECT_FALSE(store.AddColumn("Roads", {"Name", od::ValueType::kInteger, "", {}}).ok());
+  EXPECT_FALSE(store.AddColumn("Roads", {"", od::ValueType::kInteger, "", {}}).ok());
   EXPECT_FALSE(store.RemoveColumn("Roads", "name").ok());
   EXPECT_FALSE(store.RenameColumn("Roads", "Name", "Id").ok());
   EXPECT_FALSE(store.RenameColumn("Roads", "Name", "").ok());
-  EXPECT_FALSE(store.RetypeColumn("Roads", "Nope", ColumnType::kReal).ok());
+  EXPECT_FALSE(store.RetypeColumn("Roads", "Nope", od::ValueType::kReal).ok());
   EXPECT_FALSE(store.RenameTable("Nope", "X").ok());
   EXPECT_FALSE(store.RenameTable("Roads", "").ok());
   EXPECT_TRUE(unchanged.Check());

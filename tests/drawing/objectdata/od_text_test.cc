@@ -71,12 +71,12 @@ TEST(ObjectDataText, TypedTextRoundTripsThroughTheFile) {
                                             {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
     const std::string text = "\t" + kTyped + "\nline two\r\n\\U+005C\t";
     ObjectDataStore store(*doc);
-    TableDef def;
+    od::TableDefinition def;
     def.name = "Notes";
     def.description = "about\nnotes";
-    def.columns = {{"Text", ColumnType::kCharacter, "line\r\nbreak", FieldValue::Text(text)}};
+    def.columns = {{"Text", od::ValueType::kCharacter, "line\r\nbreak", od::Value::Character(text)}};
     ASSERT_TRUE(store.CreateTable(def).ok());
-    ASSERT_TRUE(store.AddRecord(e, OdRecord{"Notes", {FieldValue::Text(text)}}).ok());
+    ASSERT_TRUE(store.AddRecord(e, od::Record{"Notes", {od::Value::Character(text)}}).ok());
     auto saved = SaveAndReload(*doc, dir);
     ASSERT_TRUE(saved);
     ObjectDataStore reread(*saved);
@@ -84,10 +84,10 @@ TEST(ObjectDataText, TypedTextRoundTripsThroughTheFile) {
     ASSERT_TRUE(table.ok()) << table.message();
     EXPECT_EQ(table->description, "about\nnotes");
     EXPECT_EQ(table->columns[0].description, "line\r\nbreak");
-    EXPECT_EQ(table->columns[0].default_value.text, text);
+    EXPECT_EQ(table->columns[0].default_value.text(), text);
     auto records = reread.Records(saved->Find(doc->store().at(e).handle));
     ASSERT_EQ(records.size(), 1u);
-    EXPECT_EQ(records[0].values[0].text, text);
+    EXPECT_EQ(records[0].values[0].text(), text);
   }
 }
 
@@ -115,11 +115,11 @@ TEST(ObjectDataText, TextWithNulIsRefused) {
   RecordId e = model::AddModelSpaceEntity(*doc, "POINT", "0",
                                           {{100, "AcDbPoint"}, {10, "0"}, {20, "0"}, {30, "0"}});
   ObjectDataStore store(*doc);
-  TableDef def;
+  od::TableDefinition def;
   def.name = "Notes";
-  def.columns = {{"Text", ColumnType::kCharacter, "", FieldValue::Text("")}};
+  def.columns = {{"Text", od::ValueType::kCharacter, "", od::Value::Character("")}};
   ASSERT_TRUE(store.CreateTable(def).ok());
-  Status added = store.AddRecord(e, OdRecord{"Notes", {FieldValue::Text(std::string("a\0b", 3))}});
+  Status added = store.AddRecord(e, od::Record{"Notes", {od::Value::Character(std::string("a\0b", 3))}});
   EXPECT_FALSE(added.ok());
   EXPECT_NE(added.message().find("NUL"), std::string::npos) << added.message();
   EXPECT_TRUE(store.Records(e).empty());
