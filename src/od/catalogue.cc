@@ -81,10 +81,4 @@ int FindColumn(const TableDefinition& table, const std::string& column) {
   return table.ColumnIndex(column);
 }
 
-int TableDefinition::ColumnIndex(const std::string& column) const {
-  for (size_t i = 0; i < columns.size(); ++i)
-    if (columns[i].name == column) return static_cast<int>(i);
-  return -1;
-}
-
 }  // namespace veltor::od

@@ -51,6 +51,12 @@ class ObjectDataContainer {
   virtual std::vector<Record> Records(EntityId entity) const = 0;
   // Only the table names of those records, in the same order (cheaper than Records).
   virtual std::vector<std::string> RecordTableNames(EntityId entity) const = 0;
+  // The records of `tables` on the entity, in host order, and in `damaged` the number of its
+  // records (of any table) that cannot be read. A query over a whole drawing calls this once
+  // per entity; a host overrides it when it can read both in one pass (this default reads
+  // Records and DamagedRecordCount).
+  virtual std::vector<Record> RecordsOf(EntityId entity, const std::vector<std::string>& tables,
+                                        size_t& damaged) const;
   // Records of the entity that the host keeps but cannot read (damaged in the drawing).
   // Records, RecordTableNames and record indexes leave them out; a command that reads records
   // says how many it skipped.

@@ -36,10 +36,10 @@ bool ConditionHolds(const std::vector<PreparedTable>& tables, const std::vector<
 
 }  // namespace
 
-void KeepMatching(const od::ObjectDataContainer& container, const std::vector<std::string>& tables,
-                  const std::vector<ui::Condition>& conditions, bool extended,
-                  od::EntityList& entities) {
-  if (conditions.empty()) return;
+size_t KeepMatching(const od::ObjectDataContainer& container, const std::vector<std::string>& tables,
+                    const std::vector<ui::Condition>& conditions, bool extended,
+                    od::EntityList& entities) {
+  if (conditions.empty()) return 0;
   std::vector<PreparedTable> prepared;
   for (const std::string& name : tables) {
     PreparedTable table{name, {}};
@@ -47,19 +47,16 @@ void KeepMatching(const od::ObjectDataContainer& container, const std::vector<st
     for (const ui::Condition& c : conditions) table.columns.push_back(def.ok() ? def->ColumnIndex(c.column) : -1);
     prepared.push_back(std::move(table));
   }
+  size_t skipped = 0;
   size_t i = 0;
   while (i < entities.size()) {
-    bool keep = false;
-    std::vector<std::string> names = container.RecordTableNames(entities[i]);
-    bool carries_one = std::any_of(names.begin(), names.end(), [&](const std::string& n) {
-      return std::find(tables.begin(), tables.end(), n) != tables.end();
-    });
-    if (carries_one) {
-      std::vector<od::Record> records = container.Records(entities[i]);
-      keep = true;
-      for (size_t k = 0; k < conditions.size() && keep; ++k)
-        keep = ConditionHolds(prepared, records, k, conditions[k], extended);
-    }
+    // One read per entity: the records of the chosen tables and the count of damaged ones.
+    size_t damaged = 0;
+    std::vector<od::Record> records = container.RecordsOf(entities[i], tables, damaged);
+    skipped += damaged;
+    bool keep = !records.empty();
+    for (size_t k = 0; k < conditions.size() && keep; ++k)
+      keep = ConditionHolds(prepared, records, k, conditions[k], extended);
     if (keep) {
       ++i;
     } else {
@@ -67,6 +64,7 @@ void KeepMatching(const od::ObjectDataContainer& container, const std::vector<st
       entities.pop_back();
     }
   }
+  return skipped;
 }
 
 void HasSpecificValues(od::CommandContext& context) {
@@ -97,8 +95,12 @@ void HasSpecificValues(od::CommandContext& context) {
     if (db) od::FilterUsable(*db, entities);
     if (entities.empty()) return;
   }
-  WarnSkippedRecords(host, entities);
-  KeepMatching(container, dialog.selected_tables(), dialog.conditions(), memory.values.extended, entities);
+  if (dialog.conditions().empty()) {
+    WarnSkippedRecords(host, entities);
+  } else {
+    ReportSkippedRecords(host, KeepMatching(container, dialog.selected_tables(), dialog.conditions(),
+                                            memory.values.extended, entities));
+  }
   od::SetPickfirst(host, entities);
   od::ReportSelected(host, entities.size());
 }

@@ -42,6 +42,20 @@ Status CheckColumnTexts(const std::string& table, const od::ColumnDefinition& c)
   return CheckText(ConvertValue(c.default_value, c.type).text(), where);
 }
 
+// The values of one readable record from the tags after its group 340.
+std::vector<od::Value> ParseValues(const model::Document& doc, const Tags& tags) {
+  std::vector<od::Value> values;
+  size_t i = 0;
+  while (i < tags.size()) {
+    od::Value value;
+    std::string why;
+    size_t before = i;
+    if (ReadValueTags(doc, tags, i, value, why) == ValueRead::kValue) values.push_back(std::move(value));
+    if (i == before) ++i;
+  }
+  return values;
+}
+
 }  // namespace
 
 Status ObjectDataStore::CanWrite() const {
@@ -436,7 +450,7 @@ Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const c
   const dxf::RecordStore& s = doc_.store();
   std::vector<std::string> holders;
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
-    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr, nullptr, nullptr) == 0) continue;
     StoredRecords stored = ReadStored(id);
     for (const StoredRecord& r : stored.records)
       if (!r.damage.empty() && r.table == table.handle) {
@@ -472,32 +486,53 @@ Status ObjectDataStore::CheckRecord(const od::Record& record, StoredRecord& out)
   return Status::Ok();
 }
 
+od::Record ObjectDataStore::Complete(const TableEntry& table, std::vector<od::Value> stored) const {
+  // The cached definition: copying it per record would dominate a walk of the drawing.
+  const std::vector<od::ColumnDefinition>& columns = table.def.columns;
+  od::Record record;
+  record.table = table.name;
+  record.values.reserve(columns.size());
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const od::ColumnDefinition& c = columns[i];
+    if (i >= stored.size())
+      record.values.push_back(c.default_value);
+    else if (stored[i].type() == c.type)
+      record.values.push_back(std::move(stored[i]));
+    else
+      record.values.push_back(ConvertValue(stored[i], c.type));
+  }
+  return record;
+}
+
 std::vector<od::Record> ObjectDataStore::Records(RecordId entity) const {
   std::vector<od::Record> out;
-  for (StoredRecord& stored : ReadStored(entity).records) {
-    if (!stored.damage.empty()) continue;
-    const TableEntry* entry = FindEntry(stored.table);
-    // The cached definition: copying it per record would dominate a walk of the drawing.
-    const std::vector<od::ColumnDefinition>& columns = entry->def.columns;
-    od::Record record;
-    record.table = entry->name;
-    for (size_t i = 0; i < columns.size(); ++i) {
-      const od::ColumnDefinition& c = columns[i];
-      record.values.push_back(i < stored.values.size() ? ConvertValue(stored.values[i], c.type)
-                                                       : c.default_value);
-    }
-    out.push_back(std::move(record));
-  }
+  for (StoredRecord& stored : ReadStored(entity).records)
+    if (stored.damage.empty()) out.push_back(Complete(*FindEntry(stored.table), std::move(stored.values)));
+  return out;
+}
+
+std::vector<od::Record> ObjectDataStore::RecordsOf(RecordId entity,
+                                                   const std::vector<std::string>& tables,
+                                                   size_t& damaged) const {
+  std::vector<const TableEntry*> wanted;
+  for (const std::string& name : tables)
+    if (const TableEntry* entry = FindEntry(name)) wanted.push_back(entry);
+  std::vector<od::Record> out;
+  damaged = 0;
+  if (doc_.store().at(entity).xdict == 0) return out;
+  damaged = ScanRecords(entity, nullptr, &wanted, &out);
   return out;
 }
 
 std::vector<std::string> ObjectDataStore::RecordTableNames(RecordId entity) const {
   std::vector<std::string> names;
-  ScanRecords(entity, &names);
+  ScanRecords(entity, &names, nullptr, nullptr);
   return names;
 }
 
-size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* names) const {
+size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* names,
+                                    const std::vector<const TableEntry*>* wanted,
+                                    std::vector<od::Record>* records_out) const {
   RecordId xrec = RecordsXRecord(entity);
   if (xrec == kNoRecord) return 0;
   const std::vector<TableEntry>& catalogue = Catalogue();
@@ -510,12 +545,18 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
   bool in_record = false;
   int next_axis = 0;  // 20 or 30 when a point's next axis may follow
   size_t records = 0, readable = 0;
+  // The tags of the record being read when its table is wanted: only those are parsed.
+  Tags wanted_tags;
+  bool collecting = false;
   auto finish_record = [&] {
     if (in_record && table && xrecord_ok) {
       ++readable;
       if (names) names->push_back(table->name);
+      if (collecting) records_out->push_back(Complete(*table, ParseValues(doc_, wanted_tags)));
     }
     in_record = false;
+    collecting = false;
+    wanted_tags.clear();
   };
   doc_.store().ForEachTag(xrec, [&](int code, std::string_view value) {
     if (phase == Phase::kHead) {
@@ -551,9 +592,11 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
             table = &e;
             break;
           }
+      collecting = table && wanted && std::find(wanted->begin(), wanted->end(), table) != wanted->end();
       return true;
     }
     if (!in_record || !table) return true;
+    if (collecting) wanted_tags.push_back({code, std::string(value)});
     int32_t i = 0;
     double d = 0;
     bool number_ok = true;
@@ -571,6 +614,7 @@ size_t ObjectDataStore::ScanRecords(RecordId entity, std::vector<std::string>* n
   finish_record();
   if (!xrecord_ok) {
     if (names) names->clear();
+    if (records_out) records_out->clear();
     return std::max<size_t>(records, 1);
   }
   return records - readable;
@@ -619,7 +663,7 @@ size_t ObjectDataStore::RemoveAllRecords(RecordId entity) {
 
 size_t ObjectDataStore::DamagedRecordCount(RecordId entity) const {
   if (doc_.store().at(entity).xdict == 0) return 0;
-  return ScanRecords(entity, nullptr);
+  return ScanRecords(entity, nullptr, nullptr, nullptr);
 }
 
 std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) const {
@@ -633,7 +677,7 @@ std::vector<std::string> ObjectDataStore::DamageReport(size_t max_entities) cons
   size_t entities = 0;
   const dxf::RecordStore& s = doc_.store();
   for (RecordId id = s.first(); id != kNoRecord; id = s.at(id).next) {
-    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr) == 0) continue;
+    if (s.at(id).xdict == 0 || s.at(id).erased || ScanRecords(id, nullptr, nullptr, nullptr) == 0) continue;
     StoredRecords stored = ReadStored(id);
     size_t damaged = stored.DamagedCount();
     if (damaged == 0) continue;

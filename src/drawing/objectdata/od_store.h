@@ -78,6 +78,11 @@ class ObjectDataStore {
   // The records of an entity in their stored order. Values follow the current definition
   // (missing trailing values read as the column default).
   std::vector<od::Record> Records(model::RecordId entity) const;
+  // The readable records of `tables` on an entity, in stored order, and in `damaged` the
+  // number of the entity's records (of any table) that cannot be read: one pass over the
+  // entity's data that parses only the wanted records' values.
+  std::vector<od::Record> RecordsOf(model::RecordId entity, const std::vector<std::string>& tables,
+                                    size_t& damaged) const;
   // Only the table names of an entity's records, in order; cheaper than Records().
   std::vector<std::string> RecordTableNames(model::RecordId entity) const;
   Status AddRecord(model::RecordId entity, const od::Record& record);
@@ -121,9 +126,15 @@ class ObjectDataStore {
   model::RecordId RecordsXRecord(model::RecordId entity) const;
   StoredRecords ReadStored(model::RecordId entity) const;
   // Reads the entity's records XRECORD in place, as ReadStored would judge it: appends the
-  // table names of readable records to `names` (when given) and returns how many records
-  // cannot be read. Cheap enough to run on every entity of a drawing walk.
-  size_t ScanRecords(model::RecordId entity, std::vector<std::string>* names) const;
+  // table names of readable records to `names` (when given), the readable records of the
+  // `wanted` tables to `records` (when given) and returns how many records cannot be read.
+  // Cheap enough to run on every entity of a drawing walk.
+  size_t ScanRecords(model::RecordId entity, std::vector<std::string>* names,
+                     const std::vector<const TableEntry*>* wanted,
+                     std::vector<od::Record>* records) const;
+  // A readable record of `table` from its stored values: converted to the column types,
+  // missing trailing values filled with the column defaults.
+  od::Record Complete(const TableEntry& table, std::vector<od::Value> stored) const;
   // Requires records.damage to be empty.
   void WriteStored(model::RecordId entity, const StoredRecords& records);
   // Fails when the entity's records cannot be changed one by one.

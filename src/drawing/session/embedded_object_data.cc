@@ -36,6 +36,15 @@ std::vector<od::Record> EmbeddedObjectData::Records(od::EntityId entity) const {
   return store_.Records(record);
 }
 
+std::vector<od::Record> EmbeddedObjectData::RecordsOf(od::EntityId entity,
+                                                      const std::vector<std::string>& tables,
+                                                      size_t& damaged) const {
+  damaged = 0;
+  model::RecordId record = Entity(entity);
+  if (record == model::kNoRecord) return {};
+  return store_.RecordsOf(record, tables, damaged);
+}
+
 std::vector<std::string> EmbeddedObjectData::RecordTableNames(od::EntityId entity) const {
   model::RecordId record = Entity(entity);
   if (record == model::kNoRecord) return {};

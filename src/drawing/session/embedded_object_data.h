@@ -28,6 +28,8 @@ class EmbeddedObjectData : public od::ObjectDataContainer {
   std::vector<std::string> TableNames() const override;
   Result<od::TableDefinition> GetTable(const std::string& name) const override;
   std::vector<od::Record> Records(od::EntityId entity) const override;
+  std::vector<od::Record> RecordsOf(od::EntityId entity, const std::vector<std::string>& tables,
+                                    size_t& damaged) const override;
   std::vector<std::string> RecordTableNames(od::EntityId entity) const override;
   size_t DamagedRecordCount(od::EntityId entity) const override;
   // Removes every record of the entity, those that cannot be read too; returns how many.

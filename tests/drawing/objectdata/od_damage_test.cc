@@ -232,10 +232,15 @@ TEST_F(DamagedObjectData, RealThatIsNotANumberAndRecordOfAMissingTable) {
   EXPECT_EQ(store_->DamagedRecordCount(b_), 1u);
 }
 
-// The quick scan behind RecordTableNames and DamagedRecordCount judges every record as the
-// full read behind Records does.
+// The quick scan behind RecordTableNames, DamagedRecordCount and RecordsOf judges every
+// record as the full read behind Records does, and RecordsOf reads the same values.
 TEST_F(DamagedObjectData, QuickScanAgreesWithTheFullRead) {
   Build([](Document&, RecordId, RecordId) {});
+  size_t damaged = 9;
+  std::vector<od::Record> rivers = store_->RecordsOf(a_, {"Rivers", "Lakes"}, damaged);
+  ASSERT_EQ(rivers.size(), 1u);
+  EXPECT_TRUE(rivers[0].values == store_->Records(a_)[2].values);
+  EXPECT_EQ(damaged, 0u);
   std::string roads = dxf::FormatHandle(doc_->store().at(DefinitionOf(*doc_, "Roads")).handle);
   using Case = std::pair<dxf::Tags, size_t>;  // data tags, readable records
   const std::vector<Case> cases = {
@@ -256,6 +261,13 @@ TEST_F(DamagedObjectData, QuickScanAgreesWithTheFullRead) {
     for (const dxf::Tag& t : cases[k].first) stored += t.code == 340;
     size_t damaged = k + 1 == cases.size() ? 1 : stored - cases[k].second;
     EXPECT_EQ(store_->DamagedRecordCount(a_), damaged) << "case " << k;
+    size_t counted = 0;
+    std::vector<od::Record> roads_read = store_->RecordsOf(a_, {"Roads"}, counted);
+    EXPECT_EQ(counted, damaged) << "case " << k;
+    std::vector<od::Record> all = store_->Records(a_);
+    ASSERT_EQ(roads_read.size(), all.size()) << "case " << k;
+    for (size_t r = 0; r < all.size(); ++r)
+      EXPECT_TRUE(roads_read[r].values == all[r].values) << "case " << k << " record " << r;
   }
 }
 
