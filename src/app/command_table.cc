@@ -4,6 +4,8 @@
 #include <unordered_map>
 
 #include "app/shell_commands.h"
+#include "commands/edit/add_value_command.h"
+#include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
@@ -56,6 +58,9 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_COPY_OD_VALUE", commands::CopyOdValue},
       {"VELTOR_COPY_ALL", commands::CopyAll},
       {"VELTOR_COPY_ALL_VALUE", commands::CopyAllValue},
+      {"VELTOR_ADEATTACHDATA", commands::AttachDetachData},
+      {"VELTOR_ADDVAL", commands::AddVal},
+      {"VELTOR_ADDVAL_OD2OD", commands::AddValOd2Od},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);
