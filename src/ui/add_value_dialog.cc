@@ -66,8 +66,10 @@ void AddValueDialog::ShowFields() {
 Status AddValueDialog::OnOk() {
   if (shown_.name.empty())
     return Status::Error(od::Format(od::Str(od::kStrChooseTable), od::Str(od::kStrTableLabel)));
-  int source = SelectedIndex(kSourceCombo);
-  int target = SelectedIndex(kTargetCombo);
+  // Indices into the fields shown; one past them (a stale list) counts as no choice.
+  const int fields = static_cast<int>(shown_.columns.size());
+  int source = SelectedIndex(kSourceCombo) < fields ? SelectedIndex(kSourceCombo) : -1;
+  int target = SelectedIndex(kTargetCombo) < fields ? SelectedIndex(kTargetCombo) : -1;
   if (source < 0)
     return Status::Error(od::Format(od::Str(od::kStrChooseField), od::Str(od::kStrSourceField)));
   if (target < 0)
