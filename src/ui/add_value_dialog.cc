@@ -78,7 +78,8 @@ Status AddValueDialog::OnOk() {
   od::ValueType target_type = shown_.columns[static_cast<size_t>(target)].type;
   if (mode == static_cast<int>(AddMode::kAddNumbers) && target_type != od::ValueType::kInteger &&
       target_type != od::ValueType::kReal)
-    return Status::Error(od::Format(od::Str(od::kStrNeedsNumberField), od::Str(od::kStrTargetField)));
+    return Status::Error(
+        od::Format(od::Str(od::kStrNeedsNumberField), od::Str(od::kStrTargetField)));
   choice_ = {shown_.name, shown_.columns[static_cast<size_t>(source)].name,
              shown_.columns[static_cast<size_t>(target)].name, static_cast<AddMode>(mode)};
   memory_.last = choice_;

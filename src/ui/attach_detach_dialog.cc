@@ -60,7 +60,8 @@ std::optional<od::DialogResult> AttachDetachDialog::OnButton(int button_id) {
 
 Status AttachDetachDialog::OnOk() {
   const char* table_label = od::Str(od::kStrTableLabel);
-  if (shown_.name.empty()) return Status::Error(od::Format(od::Str(od::kStrChooseTable), table_label));
+  if (shown_.name.empty())
+    return Status::Error(od::Format(od::Str(od::kStrChooseTable), table_label));
   od::Record record{shown_.name, {}};
   if (action_ == Action::kAttach) {
     const od::GridRows& rows = Rows(kValueGrid);

@@ -168,7 +168,8 @@ TEST_F(DataDialogCommandsTest, AddValWritesEveryRecordOfTheTableAndSaysWhatDidNo
         EXPECT_EQ(d.SelectedIndex(AddDialog::kSourceCombo), 0);
         EXPECT_EQ(d.SelectedIndex(AddDialog::kTargetCombo), 1);
         EXPECT_EQ(d.Items(AddDialog::kModeCombo),
-                  (Strings{"Replace the target with the source", "Append the source's text to the target's",
+                  (Strings{"Replace the target with the source",
+                           "Append the source's text to the target's",
                            "Add the source's number to the target's"}));
       })
       .SelectItems(AddDialog::kSourceCombo, {"LABEL"})

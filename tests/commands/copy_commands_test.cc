@@ -4,6 +4,8 @@
 // copied by the two ALL variants, and undo taking every change back.
 #include "data_command_fixture.h"
 
+#include <algorithm>
+
 #include "drawing/model/entity.h"
 
 namespace veltor::commands {

@@ -18,7 +18,8 @@ void AttachDetachData(od::CommandContext& context) {
   if (tables.empty() || !project.ok()) return ReportNoTables(host);
   od::ObjectDataContainer& container = (*project)->Container();
 
-  ui::AttachDetachDialog dialog(std::move(tables), ModuleDataDialogMemory().attach_detach, container);
+  ui::AttachDetachDialog dialog(std::move(tables), ModuleDataDialogMemory().attach_detach,
+                                container);
   if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return context.Cancel();
   std::optional<od::EntityList> entities = GatherForEdits(context, std::move(implied));
   if (!entities) return;

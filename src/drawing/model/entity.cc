@@ -58,7 +58,8 @@ namespace {
 // Gives `to` the values `from` has for `codes` among the common codes (those between
 // "100 AcDbEntity" and the next subclass marker): a code `from` lacks is removed from `to`,
 // so absent means the default (ByLayer) on both.
-void CopyCommonCodes(Document& doc, const Tags& source, RecordId to, std::initializer_list<int> codes) {
+void CopyCommonCodes(Document& doc, const Tags& source, RecordId to,
+                     std::initializer_list<int> codes) {
   Tags& target = doc.MutableTags(to);
   size_t common_end = target.size();
   bool in_entity = false;
