@@ -4,6 +4,9 @@
 #include <unordered_map>
 
 #include "app/shell_commands.h"
+#include "commands/edit/add_value_command.h"
+#include "commands/edit/attach_detach_command.h"
+#include "commands/edit/copy_commands.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
@@ -50,6 +53,14 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_HAS_NO_OD", commands::HasNoOd},
       {"VELTOR_HAS_SPECIFIC_VALUES", commands::HasSpecificValues},
       {"VELTOR_HAS_NO_SPECIFIC_OD", commands::HasNoSpecificOd},
+      {"VELTOR_COPY_OD", commands::CopyOd},
+      {"VELTOR_COPY_VALUE", commands::CopyValue},
+      {"VELTOR_COPY_OD_VALUE", commands::CopyOdValue},
+      {"VELTOR_COPY_ALL", commands::CopyAll},
+      {"VELTOR_COPY_ALL_VALUE", commands::CopyAllValue},
+      {"VELTOR_ADEATTACHDATA", commands::AttachDetachData},
+      {"VELTOR_ADDVAL", commands::AddVal},
+      {"VELTOR_ADDVAL_OD2OD", commands::AddValOd2Od},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -1,6 +1,7 @@
 #include "app/veltor_app.h"
 
 #include "app/command_table.h"
+#include "commands/edit/add_value_memory.h"
 #include "commands/select/query_memory.h"
 
 namespace veltor::app {
@@ -66,6 +67,7 @@ int CVeltorApp::On_kUnloadAppMsg(void* packet) {
   table_palette_.reset();
   command_palette_.reset();
   commands::ResetQueryMemory();
+  commands::ResetDataDialogMemory();
   if (host) {
     host->App().RemoveGroup(kCommandGroup);
     host->App().RemoveGroup(kAutoCommandGroup);

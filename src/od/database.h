@@ -110,6 +110,10 @@ class Database {
                                              double scale, const std::string& layer) = 0;
   virtual std::optional<EntityProperties> Properties(EntityId entity) const = 0;
   virtual Status CopyProperties(EntityId from, EntityId to) = 0;
+  // Gives `to` the graphic properties of `from` - color, layer, linetype, linetype scale and
+  // lineweight, nothing else - and gives them to its sub-entities too (a polyline's vertices,
+  // a block reference's attributes), as the host's setters do with sub-entities included.
+  virtual Status CopyGraphicProperties(EntityId from, EntityId to) = 0;
   virtual Status Erase(EntityId entity) = 0;
 
   // Locks the document for writing until the returned object is destroyed; fails when

@@ -50,9 +50,11 @@ void FilterUsable(const Database& db, EntityList& entities) {
   }
 }
 
-PromptOutcome GatherEntities(Host& host) {
+PromptOutcome GatherEntities(Host& host) { return GatherEntities(host, GetImpliedSelection(host)); }
+
+PromptOutcome GatherEntities(Host& host, EntityList implied) {
   PromptOutcome outcome;
-  outcome.entities = GetImpliedSelection(host);
+  outcome.entities = std::move(implied);
   if (outcome.entities.empty()) {
     outcome = PromptSelection(host);
     if (outcome.status == GatherStatus::kCancelled) return outcome;

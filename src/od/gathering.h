@@ -32,6 +32,9 @@ void FilterUsable(const Database& db, EntityList& entities);
 // The standard gathering: pickfirst, else the prompt (cancel ends here), else - when the
 // prompt was answered with nothing - every model space entity; then FilterUsable.
 PromptOutcome GatherEntities(Host& host);
+// The same gathering for a command that read the pickfirst selection earlier (before its
+// dialog): `implied` stands for it, and the prompt is shown only when it is empty.
+PromptOutcome GatherEntities(Host& host, EntityList implied);
 
 // Makes `entities` the pickfirst selection; an empty list leaves no selection.
 void SetPickfirst(Host& host, const EntityList& entities);

@@ -88,6 +88,33 @@ constexpr Entry kDialogStrings[] = {
      "Licence: MIT (see LICENSE).\n"
      "Documentation: docs/console.md and docs/object-data-format.md in the source tree;\n"
      "type HELP at the command prompt for the list of commands.\n"},
+    {1200, "Attach/detach OD"},
+    {1201, "Table"},
+    {1202, "Type"},
+    {1203, "Values"},
+    {1204, "Attach"},
+    {1205, "Detach"},
+    {1206, "Add from field in field"},
+    {1207, "Source field"},
+    {1208, "Target field"},
+    {1209, "How to add"},
+    {1210, "Replace the target with the source"},
+    {1211, "Append the source's text to the target's"},
+    {1212, "Add the source's number to the target's"},
+    {1213, "Add values from OD to OD"},
+    {1214, "Source table"},
+    {1215, "Target table"},
+    {1216, "Fields"},
+    {1217, "Attach a target record where there is none"},
+    {1230, "%s: choose a table."},
+    {1231, "%s: choose a field."},
+    {1232, "%s: \"%s\" does not convert to %s."},
+    {1233, "%s: adding numbers needs an Integer or Real field."},
+    {1234, "%s: choose a table other than the source table."},
+    {1235, "%s: table %s has no field \"%s\"."},
+    {1236, "%s: type a source field in at least one row."},
+    {1250, "Warning: 1 value could not be converted and was left as it was.\n"},
+    {1251, "Warning: %i values could not be converted and were left as they were.\n"},
 };
 
 }  // namespace

@@ -78,6 +78,36 @@ enum StringId : int {
   kStrExtendedPatterns = 1008,       // "Extended (>, <, <>, *)"
   kStrAboutTitle = 1009,             // "About veltor"
   kStrAboutText = 1010,              // the About box: version and build date ("%s", "%s")
+
+  // --- attach/detach and value-addition dialogs; 1250 and up: what their commands print
+  // besides "Completed: %i" ---
+  kStrAttachDetachTitle = 1200,      // "Attach/detach OD"
+  kStrTableLabel = 1201,             // "Table"
+  kStrTypeLabel = 1202,              // "Type"
+  kStrValuesLabel = 1203,            // "Values"
+  kStrAttach = 1204,                 // "Attach"
+  kStrDetach = 1205,                 // "Detach"
+  kStrAddValueTitle = 1206,          // "Add from field in field"
+  kStrSourceField = 1207,            // "Source field"
+  kStrTargetField = 1208,            // "Target field"
+  kStrHowToAdd = 1209,               // "How to add"
+  kStrAddReplace = 1210,             // "Replace the target with the source"
+  kStrAddAppend = 1211,              // "Append the source's text to the target's"
+  kStrAddNumbers = 1212,             // "Add the source's number to the target's"
+  kStrOdToOdTitle = 1213,            // "Add values from OD to OD"
+  kStrSourceTable = 1214,            // "Source table"
+  kStrTargetTable = 1215,            // "Target table"
+  kStrFieldsLabel = 1216,            // "Fields"
+  kStrAttachMissing = 1217,          // "Attach a target record where there is none"
+  kStrChooseTable = 1230,            // "%s: choose a table." (control)
+  kStrChooseField = 1231,            // "%s: choose a field." (control)
+  kStrDoesNotConvert = 1232,         // "%s: \"%s\" does not convert to %s." (field, text, type)
+  kStrNeedsNumberField = 1233,       // "%s: adding numbers needs an Integer or Real field."
+  kStrSameTables = 1234,             // "%s: choose a table other than the source table."
+  kStrNoSuchField = 1235,            // "%s: table %s has no field \"%s\"." (control, table, field)
+  kStrNoFieldPaired = 1236,          // "%s: type a source field in at least one row."
+  kStrValueNotConverted = 1250,      // "Warning: 1 value could not be converted ..."
+  kStrValuesNotConverted = 1251,     // "Warning: %i values could not be converted ..."
 };
 
 // The first ids of the shell's messages and of the dialog texts.

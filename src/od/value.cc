@@ -165,11 +165,11 @@ std::string ValueToText(const Value& value) {
 }
 
 bool SetValueFromText(Value& value, std::string_view text) {
-  std::string expanded;
-  if (text.find('*') != std::string_view::npos) {
-    expanded = ReplaceStars(text, ValueToText(value));
-    text = expanded;
-  }
+  if (text.find('*') == std::string_view::npos) return SetValueFromLiteralText(value, text);
+  return SetValueFromLiteralText(value, ReplaceStars(text, ValueToText(value)));
+}
+
+bool SetValueFromLiteralText(Value& value, std::string_view text) {
   switch (value.type()) {
     case ValueType::kInteger:
       value.SetInteger(ParseLeadingInt(text));

@@ -86,6 +86,9 @@ std::string ValueToText(const Value& value);
 //             ignored. On failure the value is left unchanged and false is returned.
 //   Unknown   nothing is set; false
 bool SetValueFromText(Value& value, std::string_view text);
+// SetValueFromText without the "*" step: for text that is data (a value copied from another
+// column), in which a "*" is a character like any other.
+bool SetValueFromLiteralText(Value& value, std::string_view text);
 
 // `number` printed with "%.<precision>lf": fixed notation, exactly `precision` decimals,
 // correctly rounded (ties to even on the exact binary value, as glibc's printf), no point when

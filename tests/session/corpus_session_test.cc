@@ -1,6 +1,8 @@
 // Every real drawing takes the session's everyday work without a crash: selection of all,
-// LIST, the presence queries, a new table, a record attached to every entity, and a save that
-// reads back with the records in place. Runs under the sanitizers like every test, so an
+// LIST, the presence queries, a new table, a record attached to every entity, a save that
+// reads back with the records in place, and then the commands that copy records from a
+// reference, attach and detach them through their dialog and add values between fields and
+// tables. Runs under the sanitizers like every test, so an
 // invalid read anywhere on these paths fails here.
 #include <gtest/gtest.h>
 
@@ -11,6 +13,7 @@
 
 #include "../drawing/dxf/test_files.h"
 #include "app/veltor_app.h"
+#include "console/console_ui.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
@@ -23,8 +26,10 @@ using veltor::testing::FilesIn;
 
 class CorpusSession : public ::testing::TestWithParam<std::string> {
  protected:
-  CorpusSession() : session_([this](std::string_view t) { out_ += t; }) {
+  CorpusSession() : session_([this](std::string_view t) { out_ += t; }), ui_(session_.Ed()) {
     RegisterHostCommands(session_);
+    // Dialogs are answered by script lines, as in the console.
+    session_.SetUi(&ui_);
     session_.LoadModule(app::AcrxEntryPoint);
   }
   ~CorpusSession() override { session_.UnloadModules(); }
@@ -51,6 +56,7 @@ class CorpusSession : public ::testing::TestWithParam<std::string> {
 
   std::string out_;
   Session session_;
+  console::ConsoleUi ui_;
   std::unique_ptr<LinesInput> input_;
 };
 
@@ -104,6 +110,21 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     for (const std::string& table : doc.project.Container().RecordTableNames(id))
       if (table == "CorpusCheck") ++with_record;
   EXPECT_EQ(with_record, attached);
+
+  if (doc.database.ModelSpaceEntities().empty()) return;
+  Run("ODTABLE", {"New", "CorpusCopy", "", "N", "Integer", "0", "", ""});
+  // Every entity a target; the reference is the last entity of model space.
+  for (const char* copy : {"VELTOR_COPY_OD", "VELTOR_COPY_VALUE", "VELTOR_COPY_OD_VALUE",
+                           "VELTOR_COPY_ALL", "VELTOR_COPY_ALL_VALUE"})
+    Run(copy, {"ALL", "", "L"});
+  // Dialog lines: table, Enter past the grid, the button; then the selection.
+  Run("VELTOR_ADEATTACHDATA", {"CorpusCheck", "", "", "ALL", ""});
+  // CorpusCheck's N appended to its NAME.
+  Run("VELTOR_ADDVAL", {"CorpusCheck", "N", "NAME", "2", "", "ALL", ""});
+  // CorpusCheck into CorpusCopy (N into N, proposed), attaching where there is none.
+  Run("VELTOR_ADDVAL_OD2OD", {"CorpusCheck", "CorpusCopy", "", "Yes", "", "ALL", ""});
+  Run("VELTOR_ADEATTACHDATA", {"CorpusCheck", "", "Detach", "ALL", ""});
+  EXPECT_EQ(out_.find("Error:"), std::string::npos) << Tail();
 }
 
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }

@@ -1,5 +1,7 @@
 #include "drawing/model/entity.h"
 
+#include <initializer_list>
+
 #include "drawing/model/tables.h"
 
 namespace veltor::model {
@@ -51,10 +53,14 @@ EntityProperties ReadProperties(const Document& doc, RecordId entity) {
   return p;
 }
 
-void CopyProperties(Document& doc, RecordId from, RecordId to) {
-  Tags source = doc.TagsOf(from);
+namespace {
+
+// Gives `to` the values `from` has for `codes` among the common codes (those between
+// "100 AcDbEntity" and the next subclass marker): a code `from` lacks is removed from `to`,
+// so absent means the default (ByLayer) on both.
+void CopyCommonCodes(Document& doc, const Tags& source, RecordId to,
+                     std::initializer_list<int> codes) {
   Tags& target = doc.MutableTags(to);
-  // Common codes live between "100 AcDbEntity" and the next subclass marker.
   size_t common_end = target.size();
   bool in_entity = false;
   for (size_t i = 0; i < target.size(); ++i) {
@@ -66,7 +72,7 @@ void CopyProperties(Document& doc, RecordId from, RecordId to) {
       in_entity = target[i].value == "AcDbEntity";
     }
   }
-  for (int code : {8, 62, 420, 6, 48, 370, 440, 390}) {
+  for (int code : codes) {
     const Tag* t = FindTag(source, code);
     size_t at = common_end;
     bool replaced = false;
@@ -86,6 +92,24 @@ void CopyProperties(Document& doc, RecordId from, RecordId to) {
       ++common_end;
     }
   }
+}
+
+}  // namespace
+
+void CopyGraphicProperties(Document& doc, RecordId from, RecordId to) {
+  Tags source = doc.TagsOf(from);
+  // Color is the index, the true color and the color book name together. Vertices,
+  // attributes and the closing SEQEND follow their entity's properties.
+  std::vector<RecordId> records = SubEntities(doc, to);
+  records.insert(records.begin(), to);
+  for (RecordId record : records)
+    CopyCommonCodes(doc, source, record, {62, 420, 430, 8, 6, 48, 370});
+}
+
+void CopyProperties(Document& doc, RecordId from, RecordId to) {
+  Tags source = doc.TagsOf(from);
+  CopyCommonCodes(doc, source, to, {8, 62, 420, 6, 48, 370, 440, 390});
+  Tags& target = doc.MutableTags(to);
   // Hyperlinks travel as PE_URL xdata.
   Tags url;
   bool in_url = false;

@@ -27,6 +27,10 @@ EntityProperties ReadProperties(const Document& doc, RecordId entity);
 // Writes the common properties onto an entity (layer, color, true color, linetype,
 // linetype scale, lineweight, transparency, plot style handle and hyperlink xdata).
 void CopyProperties(Document& doc, RecordId from, RecordId to);
+// Writes the graphic properties only - color (index, true color, color book name), layer,
+// linetype, linetype scale and lineweight - onto an entity and its sub-entities (vertices,
+// attributes, SEQEND); a property `from` leaves at its default is removed from them.
+void CopyGraphicProperties(Document& doc, RecordId from, RecordId to);
 
 // The main entities (not VERTEX/SEQEND/ATTRIB) of model space in storage order.
 std::vector<RecordId> ModelSpaceEntities(const Document& doc);

@@ -344,6 +344,16 @@ Status EmbeddedDatabase::CopyProperties(od::EntityId from, od::EntityId to) {
   return Status::Ok();
 }
 
+Status EmbeddedDatabase::CopyGraphicProperties(od::EntityId from, od::EntityId to) {
+  model::RecordId source = Record(from);
+  model::RecordId target = Record(to);
+  if (source == model::kNoRecord || target == model::kNoRecord)
+    return Status::Error("copy properties: the entity cannot be opened");
+  model::CopyGraphicProperties(doc_, source, target);
+  listener_.Modified(to);
+  return Status::Ok();
+}
+
 Status EmbeddedDatabase::Erase(od::EntityId entity) {
   model::RecordId record = Record(entity);
   if (record == model::kNoRecord) return Status::Error("erase: the entity cannot be opened");

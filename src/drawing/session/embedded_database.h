@@ -47,6 +47,7 @@ class EmbeddedDatabase : public od::Database {
                                          double scale, const std::string& layer) override;
   std::optional<od::EntityProperties> Properties(od::EntityId entity) const override;
   Status CopyProperties(od::EntityId from, od::EntityId to) override;
+  Status CopyGraphicProperties(od::EntityId from, od::EntityId to) override;
   Status Erase(od::EntityId entity) override;
 
   Result<std::unique_ptr<od::WriteLock>> LockForWrite() override;

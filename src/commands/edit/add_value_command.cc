@@ -1,0 +1,47 @@
+#include "commands/edit/add_value_command.h"
+
+#include "commands/edit/add_value.h"
+#include "commands/edit/add_value_memory.h"
+#include "commands/edit/add_value_od2od.h"
+#include "commands/edit/add_value_steps.h"
+#include "commands/edit/copy_reference.h"
+#include "commands/select/skipped_records.h"
+#include "od/gathering.h"
+
+namespace veltor::commands {
+
+namespace {
+
+// Shows `Dialog` over the offered tables, then gathers the entities and hands them to
+// `write`, which returns what it wrote; prints what did not convert and the count written.
+template <typename Dialog, typename Memory, typename Write>
+void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write) {
+  od::Host& host = context.host();
+  od::EntityList implied = od::GetImpliedSelection(host);
+  std::vector<std::string> tables = OfferedTables(host);
+  Result<od::Project*> project = host.ActiveProject();
+  if (tables.empty() || !project.ok()) return ReportNoTables(host);
+  od::ObjectDataContainer& container = (*project)->Container();
+
+  Dialog dialog(std::move(tables), memory, container);
+  if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return context.Cancel();
+  std::optional<od::EntityList> entities = GatherForEdits(context, std::move(implied));
+  if (!entities) return;
+
+  WrittenCounts counts = write(container, *entities, dialog.choice());
+  WarnSkippedRecords(host, *entities);
+  ReportNotConverted(host, counts.failed);
+  ReportCompleted(host, counts.written);
+}
+
+}  // namespace
+
+void AddVal(od::CommandContext& context) {
+  AskGatherWrite<ui::AddValueDialog>(context, ModuleDataDialogMemory().add_value, AddFieldToField);
+}
+
+void AddValOd2Od(od::CommandContext& context) {
+  AskGatherWrite<ui::OdToOdDialog>(context, ModuleDataDialogMemory().od_to_od, CopyOdToOd);
+}
+
+}  // namespace veltor::commands
