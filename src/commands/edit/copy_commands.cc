@@ -38,7 +38,6 @@ void CopyEmptyRecords(od::CommandContext& context, bool with_properties) {
   if (container) tables = CountReferenceTables(*container, run->reference);
   WarnSkippedRecords(host, {run->reference});
   if (tables.empty()) return ReportCompleted(host, 0);
-  if (!LockForEdits(context)) return;
   AttachDefaultRecords(*container, tables, run->targets);
   if (with_properties) GiveGraphicProperties(host, *run);
   ReportCompleted(host, run->targets.size());
@@ -57,8 +56,7 @@ void CopyValue(od::CommandContext& context) {
   od::ObjectDataContainer* container = ContainerOf(host);
   size_t overwritten = 0;
   if (container) {
-    if (!LockForEdits(context)) return;
-    overwritten = CopyReferenceValues(*container, run->reference, run->targets);
+      overwritten = CopyReferenceValues(*container, run->reference, run->targets);
   }
   // Each entity whose records were read once, for the count of damaged records skipped.
   od::EntityList read = run->targets;
@@ -74,8 +72,7 @@ void CopyOdValue(od::CommandContext& context) {
   if (!run) return;
   od::Host& host = context.host();
   if (od::ObjectDataContainer* container = ContainerOf(host)) {
-    if (!LockForEdits(context)) return;
-    AttachReferenceRecords(*container, run->reference, run->targets);
+      AttachReferenceRecords(*container, run->reference, run->targets);
   }
   WarnSkippedRecords(host, {run->reference});
   // The number of targets, even when the reference had nothing to copy.
@@ -91,7 +88,6 @@ void CopyAllValue(od::CommandContext& context) {
   if (container) records = GroupReferenceRecords(*container, run->reference);
   WarnSkippedRecords(host, {run->reference});
   if (records.empty()) return ReportCompleted(host, 0);
-  if (!LockForEdits(context)) return;
   AttachGroupedRecords(*container, records, run->targets);
   GiveGraphicProperties(host, *run);
   ReportCompleted(host, run->targets.size());

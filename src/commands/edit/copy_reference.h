@@ -1,6 +1,7 @@
 // What the commands that copy from a reference entity share: the targets are gathered first,
-// the reference is picked after them, the drawing is locked for the edits, and one result
-// line ends the command.
+// the reference is picked after them, and one result line ends the command. They edit
+// without taking the document lock, as the host's own copy commands do; the data commands
+// that lock use LockForEdits.
 #pragma once
 
 #include <optional>
