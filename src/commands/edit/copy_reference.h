@@ -1,7 +1,7 @@
 // What the commands that copy from a reference entity share: the targets are gathered first,
 // the reference is picked after them, and one result line ends the command. They edit
-// without taking the document lock, as the host's own copy commands do; the data commands
-// that lock use LockForEdits.
+// without taking the document lock themselves (a command run in the document's context has
+// it already); the data commands that lock explicitly use LockForEdits.
 #pragma once
 
 #include <optional>
