@@ -1,0 +1,208 @@
+// The module's commands when the host says no: a drawing without an Object Data project,
+// Object Data writes that fail, entities that cannot be opened, a refused document lock.
+// Every command must end normally (no exception, no crash), leave the drawing unchanged
+// where nothing could be written, and never leave a record half-written.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <iostream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "../drawing/dxf/test_files.h"
+#include "../support/faulty_host.h"
+#include "app/veltor_app.h"
+#include "console/console_ui.h"
+#include "drawing/objectdata/od_store.h"
+#include "drawing/session/host_commands.h"
+#include "drawing/session/session.h"
+
+namespace veltor::testing {
+namespace {
+
+struct CommandRun {
+  const char* name;
+  std::vector<std::string> answers;  // prompts and dialogs, as typed in the console
+  bool edits;                        // writes Object Data when it can
+  bool locks = false;                // takes the document lock for its edits
+};
+
+// Every built module command with answers that work on the drawing below.
+const std::vector<CommandRun>& Commands() {
+  static const std::vector<CommandRun> runs = {
+      {"VELTOR_HAS_OD", {"ALL", ""}, false},
+      {"VELTOR_HAS_NO_OD", {"ALL", ""}, false},
+      {"VELTOR_HAS_MULTIPLE_OD", {"ALL", ""}, false},
+      {"VELTOR_HAS_DUPLICATE_OD", {"ALL", ""}, false},
+      {"VELTOR_HAS_SPECIFIC_OD", {"T", "", "", ""}, false},
+      {"VELTOR_HAS_NO_SPECIFIC_OD", {"T", "Yes", "", ""}, false},
+      {"VELTOR_HAS_SPECIFIC_VALUES", {"T", "1", ">0", "", "", "", ""}, false},
+      {"VELTOR_COPY_OD", {"ALL", "", "L"}, true},
+      {"VELTOR_COPY_VALUE", {"ALL", "", "L"}, true},
+      {"VELTOR_COPY_OD_VALUE", {"ALL", "", "L"}, true},
+      {"VELTOR_COPY_ALL", {"ALL", "", "L"}, true},
+      {"VELTOR_COPY_ALL_VALUE", {"ALL", "", "L"}, true},
+      {"VELTOR_ADEATTACHDATA", {"T", "", "", "ALL", ""}, true, true},
+      {"VELTOR_ADDVAL", {"T", "N", "NAME", "2", "", "ALL", ""}, true, true},
+      {"VELTOR_ADDVAL_OD2OD", {"T", "U", "", "Yes", "", "ALL", ""}, true, true},
+  };
+  return runs;
+}
+
+class CommandFaults : public ::testing::TestWithParam<CommandRun> {
+ protected:
+  CommandFaults() : session_([this](std::string_view t) { out_ += t; }), ui_(session_.Ed()), faulty_(session_) {
+    session::RegisterHostCommands(session_);
+    session_.SetUi(&ui_);
+    session_.AddDocument(model::Document::NewBlank("AC1027"), "faults.dxf");
+    // The module sees the faulty host as its host.
+    session_.LoadModule([this](int message, void*) {
+      return app::AcrxEntryPoint(message, static_cast<od::Host*>(&faulty_));
+    });
+    BuildDrawing();
+  }
+  ~CommandFaults() override { session_.UnloadModules(); }
+
+  // Tables T (N Integer, NAME Character) and U (N Integer); four points: two records of T,
+  // one of T, one of U, none. The last one is the copy commands' reference.
+  void BuildDrawing() {
+    od::Database& db = session_.active()->database;
+    od::ObjectDataContainer& od = session_.active()->project.Container();
+    od::TableDefinition t{"T", "", {{"N", od::ValueType::kInteger, "", od::Value::Integer(0)},
+                                    {"NAME", od::ValueType::kCharacter, "", od::Value::Character("")}}};
+    od::TableDefinition u{"U", "", {{"N", od::ValueType::kInteger, "", od::Value::Integer(0)}}};
+    ASSERT_TRUE(od.CreateTable(t).ok());
+    ASSERT_TRUE(od.CreateTable(u).ok());
+    for (int i = 0; i < 4; ++i) points_.push_back(*db.AddPoint({double(i), 0, 0}));
+    auto record = [](int n, const char* name) {
+      return od::Record{"T", {od::Value::Integer(n), od::Value::Character(name)}};
+    };
+    ASSERT_TRUE(od.AddRecord(points_[0], record(1, "a")).ok());
+    ASSERT_TRUE(od.AddRecord(points_[0], record(2, "b")).ok());
+    ASSERT_TRUE(od.AddRecord(points_[1], record(3, "c")).ok());
+    ASSERT_TRUE(od.AddRecord(points_[2], {"U", {od::Value::Integer(4)}}).ok());
+    ASSERT_TRUE(od.AddRecord(points_[3], record(5, "e")).ok());
+  }
+
+  void Run(const CommandRun& run) {
+    input_ = std::make_unique<session::LinesInput>(run.answers, [this](const std::string& t) { out_ += t; });
+    session_.SetInput(input_.get());
+    session_.editor().SetPickfirst({});
+    out_.clear();
+    ASSERT_TRUE(session_.Execute(run.name)) << out_;
+    session_.RunQueue();
+  }
+
+  std::string Saved() {
+    std::string path = dir_.File("saved.dxf");
+    Status s = session_.active()->doc->Save(path);
+    EXPECT_TRUE(s.ok()) << s.message();
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+  }
+
+  // Every record of the drawing as text, entity by entity.
+  std::string AllRecords() {
+    std::string all;
+    for (od::EntityId e : points_) {
+      all += "|";
+      for (const od::Record& r : session_.active()->project.Container().Records(e)) {
+        all += r.table + ":";
+        for (const od::Value& v : r.values) all += od::ValueToText(v) + ",";
+      }
+    }
+    return all;
+  }
+
+  void TearDown() override {
+    if (HasFailure()) std::cerr << "--- what " << GetParam().name << " printed:\n" << out_ << "---\n";
+  }
+
+  void ExpectNoCommandFailure() {
+    EXPECT_EQ(out_.find("failed:"), std::string::npos) << out_;
+  }
+
+  std::string out_;
+  session::Session session_;
+  console::ConsoleUi ui_;
+  FaultyHost faulty_;
+  std::unique_ptr<session::LinesInput> input_;
+  std::vector<od::EntityId> points_;
+  ScratchDir dir_;
+};
+
+TEST_P(CommandFaults, WithoutAProjectNothingIsChanged) {
+  std::string before = Saved();
+  faulty_.faults.project_missing = true;
+  Run(GetParam());
+  ExpectNoCommandFailure();
+  EXPECT_EQ(Saved(), before) << out_;
+}
+
+TEST_P(CommandFaults, WhenEveryWriteFailsNothingIsChanged) {
+  std::string records = AllRecords();
+  faulty_.faults.writes_before_failure = 0;
+  Run(GetParam());
+  ExpectNoCommandFailure();
+  EXPECT_EQ(AllRecords(), records) << out_;
+}
+
+TEST_P(CommandFaults, WhenWritesFailMidwayEveryRecordIsWholeAndTheDrawingReadsBack) {
+  faulty_.faults.writes_before_failure = 1;
+  std::string records = AllRecords();
+  Run(GetParam());
+  ExpectNoCommandFailure();
+  if (!GetParam().edits) EXPECT_EQ(AllRecords(), records);
+  // What was written reads back from the saved file, with no record damaged.
+  std::string path = dir_.File("midway.dxf");
+  ASSERT_TRUE(session_.active()->doc->Save(path).ok());
+  auto reread = model::Document::Open(path);
+  ASSERT_TRUE(reread.ok()) << reread.message();
+  objectdata::ObjectDataStore store(**reread);
+  EXPECT_TRUE(store.DamageReport().empty());
+}
+
+TEST_P(CommandFaults, EntitiesThatCannotBeOpenedKeepTheirRecords) {
+  faulty_.faults.unopenable = {points_[0], points_[1]};
+  od::ObjectDataContainer& od = session_.active()->project.Container();
+  std::vector<od::Record> first = od.Records(points_[0]), second = od.Records(points_[1]);
+  Run(GetParam());
+  ExpectNoCommandFailure();
+  EXPECT_EQ(od.Records(points_[0]).size(), first.size());
+  EXPECT_EQ(od.Records(points_[1]).size(), second.size());
+  EXPECT_EQ(od.Records(points_[0])[0].values, first[0].values);
+}
+
+using LockingCommandFaults = CommandFaults;
+
+TEST_P(LockingCommandFaults, ARefusedLockChangesNothingAndSaysWhy) {
+  std::string before = Saved();
+  faulty_.faults.lock_refused = true;
+  Run(GetParam());
+  EXPECT_NE(out_.find(kInjected), std::string::npos) << out_;
+  EXPECT_EQ(Saved(), before) << out_;
+}
+
+INSTANTIATE_TEST_SUITE_P(Module, CommandFaults, ::testing::ValuesIn(Commands()),
+                         [](const ::testing::TestParamInfo<CommandRun>& info) {
+                           return std::string(info.param.name);
+                         });
+
+std::vector<CommandRun> LockingCommands() {
+  std::vector<CommandRun> locking;
+  for (const CommandRun& run : Commands())
+    if (run.locks) locking.push_back(run);
+  return locking;
+}
+
+INSTANTIATE_TEST_SUITE_P(Module, LockingCommandFaults, ::testing::ValuesIn(LockingCommands()),
+                         [](const ::testing::TestParamInfo<CommandRun>& info) {
+                           return std::string(info.param.name);
+                         });
+
+}  // namespace
+}  // namespace veltor::testing
