@@ -69,6 +69,8 @@ constexpr Entry kDialogStrings[] = {
     {902, "Error: %s failed.\n"},
     {903, "Warning: 1 damaged record skipped (kept in the drawing as it is).\n"},
     {904, "Warning: %i damaged records skipped (kept in the drawing as they are).\n"},
+    {905, "Warning: 1 record could not be written: %s\n"},
+    {906, "Warning: %i records could not be written; the first: %s\n"},
     {1000, "OK"},
     {1001, "Cancel"},
     {1002, "Object Data"},

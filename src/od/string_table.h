@@ -65,6 +65,8 @@ enum StringId : int {
   kStrCommandFailedUnknown = 902,    // "Error: %s failed.\n"
   kStrSkippedDamagedRecord = 903,    // "Warning: 1 damaged record skipped ..."
   kStrSkippedDamagedRecords = 904,   // "Warning: %i damaged records skipped ..."
+  kStrRecordNotWritten = 905,        // "Warning: 1 record could not be written: %s\n"
+  kStrRecordsNotWritten = 906,       // "Warning: %i records could not be written; the first: %s\n"
 
   // --- dialog texts ---
   kStrDialogOk = 1000,               // "OK"

@@ -27,6 +27,7 @@ struct CommandRun {
   std::vector<std::string> answers;  // prompts and dialogs, as typed in the console
   bool edits;                        // writes Object Data when it can
   bool locks = false;                // takes the document lock for its edits
+  bool says_refused = false;         // names the writes the drawing refused, and why
 };
 
 // Every built module command with answers that work on the drawing below.
@@ -44,9 +45,9 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_COPY_OD_VALUE", {"ALL", "", "L"}, true},
       {"VELTOR_COPY_ALL", {"ALL", "", "L"}, true},
       {"VELTOR_COPY_ALL_VALUE", {"ALL", "", "L"}, true},
-      {"VELTOR_ADEATTACHDATA", {"T", "", "", "ALL", ""}, true, true},
-      {"VELTOR_ADDVAL", {"T", "N", "NAME", "2", "", "ALL", ""}, true, true},
-      {"VELTOR_ADDVAL_OD2OD", {"T", "U", "", "Yes", "", "ALL", ""}, true, true},
+      {"VELTOR_ADEATTACHDATA", {"T", "", "", "ALL", ""}, true, true, true},
+      {"VELTOR_ADDVAL", {"T", "N", "NAME", "2", "", "ALL", ""}, true, true, true},
+      {"VELTOR_ADDVAL_OD2OD", {"T", "U", "", "Yes", "", "ALL", ""}, true, true, true},
   };
   return runs;
 }
@@ -149,6 +150,7 @@ TEST_P(CommandFaults, WhenEveryWriteFailsNothingIsChanged) {
   Run(GetParam());
   ExpectNoCommandFailure();
   EXPECT_EQ(AllRecords(), records) << out_;
+  if (GetParam().says_refused) EXPECT_NE(out_.find(kInjected), std::string::npos) << out_;
 }
 
 TEST_P(CommandFaults, WhenWritesFailMidwayEveryRecordIsWholeAndTheDrawingReadsBack) {

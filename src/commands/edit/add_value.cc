@@ -61,7 +61,7 @@ WrittenCounts AddFieldToField(od::ObjectDataContainer& container, const od::Enti
         ++counts.failed;
         continue;
       }
-      if (container.UpdateRecord(entity, index, record).ok()) ++counts.written;
+      counts.writes.Count(container.UpdateRecord(entity, index, record));
     }
   }
   return counts;

@@ -3,14 +3,15 @@
 // AddFieldToField with the entities of its selected rows.
 #pragma once
 
+#include "commands/edit/write_tally.h"
 #include "od/object_data.h"
 #include "ui/add_value_dialog.h"
 
 namespace veltor::commands {
 
 struct WrittenCounts {
-  size_t written = 0;  // values (AddFieldToField) or records (CopyOdToOd) written
-  size_t failed = 0;   // values that did not convert and were left as they were
+  WriteTally writes;  // of values (AddFieldToField) or records (CopyOdToOd)
+  size_t failed = 0;  // values that did not convert and were left as they were
 };
 
 // Gives `target` the value of `source`, keeping the target's type: a value of the same type

@@ -31,7 +31,8 @@ void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write) {
   WrittenCounts counts = write(container, *entities, dialog.choice());
   WarnSkippedRecords(host, *entities);
   ReportNotConverted(host, counts.failed);
-  ReportCompleted(host, counts.written);
+  ReportRefused(host, counts.writes);
+  ReportCompleted(host, counts.writes.written);
 }
 
 }  // namespace

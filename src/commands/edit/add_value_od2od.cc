@@ -39,11 +39,10 @@ WrittenCounts CopyOdToOd(od::ObjectDataContainer& container, const od::EntityLis
       if (s >= from->values.size() || t >= written.values.size()) continue;
       if (!ConvertInto(from->values[s], written.values[t])) ++counts.failed;
     }
-    Status stored =
+    counts.writes.Count(
         to != records.end()
             ? container.UpdateRecord(entity, static_cast<size_t>(to - records.begin()), written)
-            : container.AddRecord(entity, written);
-    if (stored.ok()) ++counts.written;
+            : container.AddRecord(entity, written));
   }
   return counts;
 }

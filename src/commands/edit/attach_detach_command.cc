@@ -24,14 +24,15 @@ void AttachDetachData(od::CommandContext& context) {
   std::optional<od::EntityList> entities = GatherForEdits(context, std::move(implied));
   if (!entities) return;
 
-  size_t count = 0;
+  WriteTally tally;
   if (dialog.action() == ui::AttachDetachDialog::Action::kAttach) {
-    count = AttachRecordToEach(container, *entities, dialog.record());
+    tally = AttachRecordToEach(container, *entities, dialog.record());
   } else {
-    count = DetachTableFromEach(container, *entities, dialog.table());
+    tally = DetachTableFromEach(container, *entities, dialog.table());
     WarnSkippedRecords(host, *entities);
   }
-  ReportCompleted(host, count);
+  ReportRefused(host, tally);
+  ReportCompleted(host, tally.written);
 }
 
 }  // namespace veltor::commands
