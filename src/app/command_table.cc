@@ -7,6 +7,7 @@
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
+#include "commands/edit/set_id.h"
 #include "commands/edit/set_prop.h"
 #include "commands/edit/set_xyz.h"
 #include "commands/select/find_by_od.h"
@@ -65,6 +66,7 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_ADDVAL_OD2OD", commands::AddValOd2Od},
       {"VELTOR_SETXYZ", commands::SetXyz},
       {"VELTOR_SETPROP", commands::SetProp},
+      {"VELTOR_SETID", commands::SetId},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -4,12 +4,14 @@
 
 #include "ui/od_select_xyz.h"
 #include "ui/options_set_prop.h"
+#include "ui/options_wild.h"
 
 namespace veltor::commands {
 
 struct SetDialogMemory {
   ui::OdSelectXyz::Memory xyz;
   ui::OptionsSetProp::Memory prop;
+  ui::OptionsWild::Memory id;
 };
 
 // The module's memory, as it was at load until commands change it.
