@@ -9,6 +9,7 @@
 #include "commands/edit/copy_commands.h"
 #include "commands/edit/set_id.h"
 #include "commands/edit/set_prop.h"
+#include "commands/edit/set_text.h"
 #include "commands/edit/set_xyz.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
@@ -67,6 +68,7 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_SETXYZ", commands::SetXyz},
       {"VELTOR_SETPROP", commands::SetProp},
       {"VELTOR_SETID", commands::SetId},
+      {"VELTOR_SETTEXT", commands::SetText},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

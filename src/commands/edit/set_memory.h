@@ -2,6 +2,7 @@
 // remember for the rest of the session (never written to disk).
 #pragma once
 
+#include "ui/od_select.h"
 #include "ui/od_select_xyz.h"
 #include "ui/options_set_prop.h"
 #include "ui/options_wild.h"
@@ -12,6 +13,7 @@ struct SetDialogMemory {
   ui::OdSelectXyz::Memory xyz;
   ui::OptionsSetProp::Memory prop;
   ui::OptionsWild::Memory id;
+  ui::OdSelect::Memory text;
 };
 
 // The module's memory, as it was at load until commands change it.
