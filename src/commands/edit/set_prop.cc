@@ -43,27 +43,36 @@ bool Store(od::Value& column, double value, int precision) {
   }
 }
 
-// Writes the measures into the first record of the chosen table, raising `counts` for each
-// value written.
-void WriteMeasures(od::ObjectDataContainer& container, od::EntityId entity,
-                   const ui::OptionsSetProp::Memory& choice, const Triple& values,
-                   std::array<size_t, 3>& counts) {
-  int index = FirstRecordOf(container, entity, choice.table);
-  if (index < 0) return;
-  od::Record record = std::move(container.Records(entity)[static_cast<size_t>(index)]);
-  Result<od::TableDefinition> def = container.GetTable(choice.table);
-  if (!def.ok()) return;
-  const std::array<const std::string*, 3> columns = {&choice.length_column, &choice.area_column,
-                                                     &choice.volume_column};
-  for (size_t i = 0; i < def->columns.size() && i < record.values.size(); ++i) {
-    for (size_t p = 0; p < 3; ++p) {
-      if (columns[p]->empty() || def->columns[i].name != *columns[p]) continue;
-      if (Store(record.values[i], values[p], choice.precision) &&
-          container.UpdateRecord(entity, static_cast<size_t>(index), record).ok())
-        ++counts[p];
-      break;
-    }
+// The chosen columns' positions in the table: length, area and volume, -1 where none.
+std::array<int, 3> ChosenColumns(const od::TableDefinition& def,
+                                 const ui::OptionsSetProp::Memory& choice) {
+  const std::array<const std::string*, 3> names = {&choice.length_column, &choice.area_column,
+                                                   &choice.volume_column};
+  std::array<int, 3> at{-1, -1, -1};
+  // Walking the columns in order, a column takes the first property that names it.
+  for (size_t i = 0; i < def.columns.size(); ++i)
+    for (size_t p = 0; p < 3; ++p)
+      if (at[p] < 0 && !names[p]->empty() && def.columns[i].name == *names[p]) {
+        at[p] = static_cast<int>(i);
+        break;
+      }
+  return at;
+}
+
+// Writes the measures into `record` (the entity's record at `index`), raising `counts` for
+// each value written.
+void WriteMeasures(od::ObjectDataContainer& container, od::EntityId entity, size_t index,
+                   od::Record record, const std::array<int, 3>& columns, int precision,
+                   const Triple& values, std::array<size_t, 3>& counts) {
+  std::array<bool, 3> stored{};
+  for (size_t p = 0; p < 3; ++p) {
+    if (columns[p] < 0 || static_cast<size_t>(columns[p]) >= record.values.size()) continue;
+    stored[p] = Store(record.values[static_cast<size_t>(columns[p])], values[p], precision);
   }
+  if (!stored[0] && !stored[1] && !stored[2]) return;
+  if (!container.UpdateRecord(entity, index, record).ok()) return;
+  for (size_t p = 0; p < 3; ++p)
+    if (stored[p]) ++counts[p];
 }
 
 void WarnUnmeasuredSolids(od::Host& host, size_t solids) {
@@ -94,20 +103,40 @@ void SetPropWorker(od::CommandContext& context, const od::EntityList& entities) 
   std::optional<od::EntityList> list = GatherAfterDialog(context, entities);
   if (!list || list->empty()) return;
 
-  std::vector<Triple> measured;
-  measured.reserve(list->size());
+  Result<od::TableDefinition> def = container.GetTable(memory.table);
+  const std::array<int, 3> columns =
+      def.ok() ? ChosenColumns(*def, memory) : std::array<int, 3>{-1, -1, -1};
+
+  // Only entities with a record of the table are written, so only they are measured - and
+  // solids, which are counted for the warning.
+  struct Target {
+    od::EntityId entity;
+    size_t index;
+    od::Record record;
+    Triple values;
+  };
+  std::vector<Target> targets;
   size_t unmeasured_solids = 0;
   for (od::EntityId entity : *list) {
+    // The table names first: most entities of a large drawing have no record of the table.
+    const int index = FirstRecordOf(container, entity, memory.table);
+    if (index < 0 && db->EntityClass(entity) != "AcDb3dSolid") continue;
     Measures m = MeasureEntity(*db, entity);
     if (m.volume_unmeasured) ++unmeasured_solids;
-    measured.push_back({RoundByPrinting(m.length, memory.precision),
+    if (index < 0) continue;
+    std::vector<od::Record> records = container.Records(entity);
+    if (static_cast<size_t>(index) >= records.size()) continue;
+    targets.push_back({entity, static_cast<size_t>(index),
+                       std::move(records[static_cast<size_t>(index)]),
+                       {RoundByPrinting(m.length, memory.precision),
                         RoundByPrinting(m.area, memory.precision),
-                        RoundByPrinting(m.volume, memory.precision)});
+                        RoundByPrinting(m.volume, memory.precision)}});
   }
   if (!LockForEdits(context)) return;
   std::array<size_t, 3> counts{};
-  for (size_t i = 0; i < list->size(); ++i)
-    WriteMeasures(container, (*list)[i], memory, measured[i], counts);
+  for (Target& t : targets)
+    WriteMeasures(container, t.entity, t.index, std::move(t.record), columns, memory.precision,
+                  t.values, counts);
   if (!memory.volume_column.empty()) WarnUnmeasuredSolids(host, unmeasured_solids);
   host.Ed().Print(od::Format(od::Str(od::kStrCompletedLengthAreaVolume),
                              static_cast<int>(counts[0]), static_cast<int>(counts[1]),
