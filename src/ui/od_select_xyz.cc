@@ -75,11 +75,15 @@ Status OdSelectXyz::OnOk() {
   int x = std::max(0, SelectedIndex(kXCombo));
   int y = std::max(0, SelectedIndex(kYCombo));
   int z = std::max(0, SelectedIndex(kZCombo));
-  bool twice = (x > 0 && (x == y || x == z)) || (y > 0 && y == z);
+  // A column chosen twice clears the choice, and nothing else is stored.
+  if ((x > 0 && (x == y || x == z)) || (y > 0 && y == z)) {
+    memory_.x_column = memory_.y_column = memory_.z_column = "";
+    return Status::Ok();
+  }
   const std::vector<std::string>& columns = Items(kXCombo);
-  memory_.x_column = twice ? "" : columns[x];
-  memory_.y_column = twice ? "" : columns[y];
-  memory_.z_column = twice ? "" : columns[z];
+  memory_.x_column = columns[x];
+  memory_.y_column = columns[y];
+  memory_.z_column = columns[z];
   memory_.xy_mode = static_cast<XyMode>(std::max(0, SelectedIndex(kXyModeCombo)));
   memory_.z_mode = static_cast<ZMode>(std::max(0, SelectedIndex(kZModeCombo)));
   memory_.xy_precision = PrecisionOf(Text(kXyPrecision));

@@ -45,7 +45,7 @@ class OdSelectXyz : public od::DialogModel {
 
   void OnInit() override;
   void OnChanged(int control_id) override;
-  // Stores the choice; a column chosen twice clears all three columns.
+  // Stores the choice; a column chosen twice clears all three columns and stores nothing else.
   Status OnOk() override;
 
  private:
