@@ -96,6 +96,22 @@ TEST_F(SetTextTest, AnExistingErrorLayerOfAnotherCaseIsUsedAndNothingIsLeftOnCan
   EXPECT_EQ(Saved("after.dxf"), before);
 }
 
+TEST_F(SetTextTest, AlignedTextsArePlacedByTheirAlignmentPointAndBaselineLeftOnesByPosition) {
+  od::EntityId centred_in = Parcel(0, 0), left_in = Parcel(20, 0);
+  // Centred (72 = 1): the alignment point (11) inside the first parcel counts, not the
+  // position (10) inside the second.
+  od::EntityId centred = Text(25, 5, "centred");
+  model::Tags& tags = doc().MutableTags(session::RecordOf(doc(), centred));
+  for (auto [code, value] : std::vector<std::pair<int, std::string>>{
+           {11, "5"}, {21, "5"}, {31, "0"}, {72, "1"}})
+    tags.push_back({code, value});
+  AnswerText("NAME");
+  EXPECT_EQ(Run("VELTOR_SETTEXT", {centred_in, left_in, centred}, {}),
+            "Completed: 1 out of 2 (1 multiple)\n");
+  EXPECT_EQ(Field(centred_in), "centred");
+  EXPECT_EQ(Field(left_in), "");
+}
+
 TEST_F(SetTextTest, OkWaitsForAField) {
   Parcel(0, 0);
   ui_.NextDialog()
