@@ -134,7 +134,8 @@ constexpr Entry kDialogStrings[] = {
     {1316, "Suffix"},
     {1317, "First"},
     {1318, "Tolerance:"},
-    {1350, "Warning: the volume of 1 3D solid was not measured: this host has no solid modeller.\n"},
+    {1350, "Warning: the volume of 1 3D solid was not measured: this host has no solid "
+           "modeller.\n"},
     {1351, "Warning: the volumes of %i 3D solids were not measured: this host has no solid "
            "modeller.\n"},
 };

@@ -72,7 +72,8 @@ void OptionsWild::FieldChosen() {
   } else if (services_.print) {
     services_.print(od::Format(od::Str(od::kStrNoDefaultValue), field.c_str()));
   }
-  if (services_.propose_first) SetText(kFirst, std::to_string(services_.propose_first(table, field)));
+  if (services_.propose_first)
+    SetText(kFirst, std::to_string(services_.propose_first(table, field)));
 }
 
 Status OptionsWild::OnOk() {

@@ -17,12 +17,13 @@ using ui::OdSelect;
 
 class SetTextTest : public testing::DataCommandTest {
  protected:
-  void SetUp() override { Define("T", {Column("NAME", Value::Character("")), Column("N", Value::Integer(0))}); }
+  void SetUp() override {
+    Define("T", {Column("NAME", Value::Character("")), Column("N", Value::Integer(0))});
+  }
 
   od::EntityId Parcel(double x, double y) {
-    od::EntityId id = session::IdOf(
-        doc(), model::AddLwPolyline(doc(), "0", {{x, y}, {x + 10, y}, {x + 10, y + 10}, {x, y + 10}},
-                                    true));
+    std::vector<model::Vertex2> ring{{x, y}, {x + 10, y}, {x + 10, y + 10}, {x, y + 10}};
+    od::EntityId id = session::IdOf(doc(), model::AddLwPolyline(doc(), "0", ring, true));
     Attach(id, "T");
     return id;
   }

@@ -76,7 +76,8 @@ TEST_P(SetValuesEzdxf, LengthsAreasAndCentresMatchEzdxfsGeometry) {
 
 INSTANTIATE_TEST_SUITE_P(
     Drawings, SetValuesEzdxf,
-    ::testing::Values(CorpusDir() + "/gdal__LWPOLYLINE-OCS.dxf", CorpusDir() + "/gdal__ocs2wcs2.dxf",
+    ::testing::Values(CorpusDir() + "/gdal__LWPOLYLINE-OCS.dxf",
+                      CorpusDir() + "/gdal__ocs2wcs2.dxf",
                       CorpusDir() + "/libredwg__entities-2d.dxf",
                       SourceDir() + "/examples/city.dxf"),
     [](const ::testing::TestParamInfo<std::string>& p) {
