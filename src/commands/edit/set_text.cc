@@ -186,7 +186,11 @@ void SetTextWorker(od::CommandContext& context, const od::EntityList& entities) 
     for (const TextSample* s : d.marked)
       (void)db->AddBlockReference(kErrorBlock, s->point, s->height, *error_layer);
     if (!d.chosen) continue;
-    od::Record record = std::move(container.Records(d.entity)[d.record]);
+    std::vector<od::Record> records = container.Records(d.entity);
+    if (d.record >= records.size() ||
+        static_cast<size_t>(column) >= records[d.record].values.size())
+      continue;
+    od::Record record = std::move(records[d.record]);
     od::Value& value = record.values[static_cast<size_t>(column)];
     if (od::SetValueFromText(value, d.chosen->text) &&
         container.UpdateRecord(d.entity, d.record, record).ok())

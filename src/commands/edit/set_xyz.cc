@@ -14,15 +14,16 @@ namespace {
 
 // Writes `point` into the first record of the chosen table; true when a column took a value.
 bool WritePoint(od::ObjectDataContainer& container, od::EntityId entity,
-                const ui::OdSelectXyz::Memory& choice, const od::Point3& point) {
+                const od::TableDefinition& def, const ui::OdSelectXyz::Memory& choice,
+                const od::Point3& point) {
   int index = FirstRecordOf(container, entity, choice.table);
   if (index < 0) return false;
-  od::Record record = std::move(container.Records(entity)[static_cast<size_t>(index)]);
-  Result<od::TableDefinition> def = container.GetTable(choice.table);
-  if (!def.ok()) return false;
+  std::vector<od::Record> records = container.Records(entity);
+  if (static_cast<size_t>(index) >= records.size()) return false;
+  od::Record record = std::move(records[static_cast<size_t>(index)]);
   bool written = false;
-  for (size_t i = 0; i < def->columns.size() && i < record.values.size(); ++i) {
-    const std::string& name = def->columns[i].name;
+  for (size_t i = 0; i < def.columns.size() && i < record.values.size(); ++i) {
+    const std::string& name = def.columns[i].name;
     double number;
     if (name == choice.x_column) number = point.x;
     else if (name == choice.y_column) number = point.y;
@@ -70,9 +71,10 @@ void SetXyzWorker(od::CommandContext& context, const od::EntityList& entities) {
     points.push_back(p);
   }
   if (!LockForEdits(context)) return;
+  Result<od::TableDefinition> def = container.GetTable(memory.table);
   size_t completed = 0;
-  for (size_t i = 0; i < list.size(); ++i)
-    if (WritePoint(container, list[i], memory, points[i])) ++completed;
+  for (size_t i = 0; def.ok() && i < list.size(); ++i)
+    if (WritePoint(container, list[i], *def, memory, points[i])) ++completed;
   host.Ed().Print(od::Format(od::Str(od::kStrCompletedOutOf), static_cast<int>(completed),
                              static_cast<int>(list.size())));
 }
