@@ -7,6 +7,10 @@
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
+#include "commands/edit/set_id.h"
+#include "commands/edit/set_prop.h"
+#include "commands/edit/set_text.h"
+#include "commands/edit/set_xyz.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
@@ -61,6 +65,10 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_ADEATTACHDATA", commands::AttachDetachData},
       {"VELTOR_ADDVAL", commands::AddVal},
       {"VELTOR_ADDVAL_OD2OD", commands::AddValOd2Od},
+      {"VELTOR_SETXYZ", commands::SetXyz},
+      {"VELTOR_SETPROP", commands::SetProp},
+      {"VELTOR_SETID", commands::SetId},
+      {"VELTOR_SETTEXT", commands::SetText},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

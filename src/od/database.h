@@ -50,6 +50,18 @@ struct EntityProperties {
   std::string hyperlink;
 };
 
+// A single-line or multi-line text as text-reading commands see it. For a multi-line text
+// `position` and `alignment_point` are both its location and the modes are 0.
+struct TextFacts {
+  bool multiline = false;
+  Point3 position;         // single-line: the first alignment point (DXF 10)
+  Point3 alignment_point;  // single-line: the second alignment point (DXF 11)
+  int horizontal_mode = 0;  // 0 left, 1 center, 2 right, 3 aligned, 4 middle, 5 fit
+  int vertical_mode = 0;    // 0 baseline, 1 bottom, 2 middle, 3 top
+  std::string text;  // the string without formatting codes
+  double height = 0.0;
+};
+
 // Released when destroyed: holds the document locked for writing.
 class WriteLock {
  public:
@@ -94,6 +106,13 @@ class Database {
   // Entities of model space whose XY extents meet the box (a candidate search: callers test
   // the exact geometry), in no particular order.
   virtual EntityList EntitiesInBox(const Box3& box) const = 0;
+  // The insertion point of a block reference; nothing for other entities.
+  virtual std::optional<Point3> InsertionPoint(EntityId entity) const = 0;
+  // Single-line and multi-line texts; nothing for other entities.
+  virtual std::optional<TextFacts> Text(EntityId entity) const = 0;
+  // The volume of a 3D solid from the host's mass properties; nothing for other entities and
+  // on a host without a solid modeller.
+  virtual std::optional<double> SolidVolume(EntityId entity) const = 0;
 
   // --- system variables ---
   virtual std::optional<int> GetIntVar(const std::string& name) const = 0;
@@ -108,6 +127,12 @@ class Database {
                                          const Point3& normal) = 0;
   virtual Result<EntityId> AddBlockReference(const std::string& block, const Point3& at,
                                              double scale, const std::string& layer) = 0;
+  // Adds a layer with a true color (0x00RRGGBB); fails when the name is taken.
+  virtual Result<ObjectId> AddLayer(const std::string& name, long true_color) = 0;
+  // True when a block definition of that name exists (names match without regard to case).
+  virtual bool HasBlock(const std::string& name) const = 0;
+  // Defines a block whose base point is the origin holding one circle in the XY plane.
+  virtual Status AddCircleBlock(const std::string& name, const Point3& center, double radius) = 0;
   virtual std::optional<EntityProperties> Properties(EntityId entity) const = 0;
   virtual Status CopyProperties(EntityId from, EntityId to) = 0;
   // Gives `to` the graphic properties of `from` - color, layer, linetype, linetype scale and

@@ -117,6 +117,29 @@ constexpr Entry kDialogStrings[] = {
     {1236, "%s: type a source field in at least one row."},
     {1250, "Warning: 1 value could not be converted and was left as it was.\n"},
     {1251, "Warning: %i values could not be converted and were left as they were.\n"},
+    {1300, "Set OD from object coordinates"},
+    {1301, "Set OD from object properties"},
+    {1302, "Generate IDs"},
+    {1303, "Set OD from text"},
+    {1304, "X"},
+    {1305, "Y"},
+    {1306, "Z"},
+    {1307, "XY from"},
+    {1308, "Z from"},
+    {1309, "Precision"},
+    {1310, "XY precision"},
+    {1311, "Z precision"},
+    {1312, "Length"},
+    {1313, "Area"},
+    {1314, "Volume"},
+    {1315, "Prefix"},
+    {1316, "Suffix"},
+    {1317, "First"},
+    {1318, "Tolerance:"},
+    {1350, "Warning: the volume of 1 3D solid was not measured: this host has no solid "
+           "modeller.\n"},
+    {1351, "Warning: the volumes of %i 3D solids were not measured: this host has no solid "
+           "modeller.\n"},
 };
 
 }  // namespace

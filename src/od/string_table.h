@@ -110,6 +110,30 @@ enum StringId : int {
   kStrNoFieldPaired = 1236,          // "%s: type a source field in at least one row."
   kStrValueNotConverted = 1250,      // "Warning: 1 value could not be converted ..."
   kStrValuesNotConverted = 1251,     // "Warning: %i values could not be converted ..."
+
+  // --- dialogs of the commands that fill columns from geometry, text and numbering; 1350
+  // and up: what those commands print besides their result line ---
+  kStrSetXyzTitle = 1300,            // "Set OD from object coordinates"
+  kStrSetPropTitle = 1301,           // "Set OD from object properties"
+  kStrGenerateIdsTitle = 1302,       // "Generate IDs"
+  kStrSetTextTitle = 1303,           // "Set OD from text"
+  kStrX = 1304,                      // "X"
+  kStrY = 1305,                      // "Y"
+  kStrZ = 1306,                      // "Z"
+  kStrXyFrom = 1307,                 // "XY from"
+  kStrZFrom = 1308,                  // "Z from"
+  kStrPrecision = 1309,              // "Precision"
+  kStrXyPrecision = 1310,            // "XY precision"
+  kStrZPrecision = 1311,             // "Z precision"
+  kStrLength = 1312,                 // "Length"
+  kStrArea = 1313,                   // "Area"
+  kStrVolume = 1314,                 // "Volume"
+  kStrPrefix = 1315,                 // "Prefix"
+  kStrSuffix = 1316,                 // "Suffix"
+  kStrFirstNumber = 1317,            // "First"
+  kStrTolerance = 1318,              // "Tolerance:"
+  kStrSolidNotMeasured = 1350,       // "Warning: the volume of 1 3D solid was not measured..."
+  kStrSolidsNotMeasured = 1351,      // "Warning: the volumes of %i 3D solids were not ..."
 };
 
 // The first ids of the shell's messages and of the dialog texts.

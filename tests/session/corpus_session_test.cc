@@ -1,9 +1,9 @@
 // Every real drawing takes the session's everyday work without a crash: selection of all,
 // LIST, the presence queries, a new table, a record attached to every entity, a save that
 // reads back with the records in place, and then the commands that copy records from a
-// reference, attach and detach them through their dialog and add values between fields and
-// tables. Runs under the sanitizers like every test, so an
-// invalid read anywhere on these paths fails here.
+// reference, attach and detach them through their dialog, add values between fields and
+// tables, and fill columns from geometry, numbering and texts. Runs under the sanitizers like
+// every test, so an invalid read anywhere on these paths fails here.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -17,6 +17,7 @@
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
+#include "od/gathering.h"
 
 namespace veltor::session {
 namespace {
@@ -124,6 +125,23 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   // CorpusCheck into CorpusCopy (N into N, proposed), attaching where there is none.
   Run("VELTOR_ADDVAL_OD2OD", {"CorpusCheck", "CorpusCopy", "", "Yes", "", "ALL", ""});
   Run("VELTOR_ADEATTACHDATA", {"CorpusCheck", "", "Detach", "ALL", ""});
+
+  // Values from geometry, numbering and texts into a table of their own. Their dialogs offer
+  // the tables of usable entities: a drawing whose layers are all frozen or off offers none.
+  od::EntityList usable = doc.database.ModelSpaceEntities();
+  od::FilterUsable(doc.database, usable);
+  if (!usable.empty()) {
+    // Dialog lines: the table, the columns, the modes or texts, the button; then the selection.
+    Run("ODTABLE", {"New", "CorpusGeo", "", "X", "Real", "0", "", "Y", "Real", "0", "", "LEN",
+                    "Real", "0", "", "AREA", "Integer", "0", "", "ID", "Character", "", "", "TXT",
+                    "Character", "", "", ""});
+    Run("ODATTACH", {"CorpusGeo", "ALL", "", "", "", "", "", "", ""});
+    Run("VELTOR_SETXYZ", {"CorpusGeo", "X", "Y", "", "Center", "", "", "", "", "ALL", ""});
+    Run("VELTOR_SETPROP", {"CorpusGeo", "LEN", "AREA", "", "", "", "ALL", ""});
+    Run("VELTOR_SETID", {"CorpusGeo", "ID", "G-", "", "1", "", "ALL", ""});
+    Run("VELTOR_SETTEXT", {"CorpusGeo", "TXT", "", "", "ALL", ""});
+    EXPECT_NE(out_.find("Completed (Length/Area/Volume): "), std::string::npos) << Tail();
+  }
   EXPECT_EQ(out_.find("Error:"), std::string::npos) << Tail();
 }
 

@@ -35,6 +35,11 @@ class EmbeddedDatabase : public od::Database {
   std::optional<double> Length(od::EntityId entity) const override;
   std::optional<double> Area(od::EntityId entity) const override;
   od::EntityList EntitiesInBox(const od::Box3& box) const override;
+  // embedded_entity_facts.cc
+  std::optional<od::Point3> InsertionPoint(od::EntityId entity) const override;
+  std::optional<od::TextFacts> Text(od::EntityId entity) const override;
+  // Always nothing: the embedded host has no solid modeller.
+  std::optional<double> SolidVolume(od::EntityId entity) const override;
 
   std::optional<int> GetIntVar(const std::string& name) const override;
   Status SetIntVar(const std::string& name, int value) override;
@@ -45,6 +50,10 @@ class EmbeddedDatabase : public od::Database {
                                      const od::Point3& normal) override;
   Result<od::EntityId> AddBlockReference(const std::string& block, const od::Point3& at,
                                          double scale, const std::string& layer) override;
+  // embedded_marks.cc
+  Result<od::ObjectId> AddLayer(const std::string& name, long true_color) override;
+  bool HasBlock(const std::string& name) const override;
+  Status AddCircleBlock(const std::string& name, const od::Point3& center, double radius) override;
   std::optional<od::EntityProperties> Properties(od::EntityId entity) const override;
   Status CopyProperties(od::EntityId from, od::EntityId to) override;
   Status CopyGraphicProperties(od::EntityId from, od::EntityId to) override;

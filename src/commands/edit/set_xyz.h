@@ -1,0 +1,15 @@
+// VELTOR_SETXYZ ("Set OD from object coordinates"): writes a characteristic point of each
+// entity - X, Y and Z into up to three columns of one table.
+#pragma once
+
+#include "od/command_context.h"
+
+namespace veltor::commands {
+
+// Runs the dialog and writes into the entities' records: `entities` when not empty (the OD
+// table view hands in its rows), otherwise the pickfirst selection or the selection prompt.
+void SetXyzWorker(od::CommandContext& context, const od::EntityList& entities);
+// The command: the worker with no entities.
+void SetXyz(od::CommandContext& context);
+
+}  // namespace veltor::commands
