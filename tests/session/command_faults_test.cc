@@ -48,6 +48,10 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_ADEATTACHDATA", {"T", "", "", "ALL", ""}, true, true, true},
       {"VELTOR_ADDVAL", {"T", "N", "NAME", "2", "", "ALL", ""}, true, true, true},
       {"VELTOR_ADDVAL_OD2OD", {"T", "U", "", "Yes", "", "ALL", ""}, true, true, true},
+      {"VELTOR_SETXYZ", {"G", "X", "Y", "", "Center", "", "", "", "", "ALL", ""}, true},
+      {"VELTOR_SETPROP", {"G", "LEN", "AREA", "", "", "", "ALL", ""}, true},
+      {"VELTOR_SETID", {"G", "ID", "G-", "", "1", "", "ALL", ""}, true},
+      {"VELTOR_SETTEXT", {"G", "TXT", "", "", "ALL", ""}, true},
   };
   return runs;
 }
@@ -67,7 +71,8 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   ~CommandFaults() override { session_.UnloadModules(); }
 
   // Tables T (N Integer, NAME Character) and U (N Integer); four points: two records of T,
-  // one of T, one of U, none. The last one is the copy commands' reference.
+  // one of T, one of U, one of T (the copy commands' reference). Each point also carries a
+  // record of G, the table the commands that set values from geometry and text write.
   void BuildDrawing() {
     od::Database& db = session_.active()->database;
     od::ObjectDataContainer& od = session_.active()->project.Container();
@@ -76,6 +81,13 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
     od::TableDefinition u{"U", "", {{"N", od::ValueType::kInteger, "", od::Value::Integer(0)}}};
     ASSERT_TRUE(od.CreateTable(t).ok());
     ASSERT_TRUE(od.CreateTable(u).ok());
+    od::TableDefinition g{"G", "", {}};
+    for (const char* real : {"X", "Y", "LEN"})
+      g.columns.push_back({real, od::ValueType::kReal, "", od::Value::Real(0)});
+    g.columns.push_back({"AREA", od::ValueType::kInteger, "", od::Value::Integer(0)});
+    for (const char* text : {"ID", "TXT"})
+      g.columns.push_back({text, od::ValueType::kCharacter, "", od::Value::Character("")});
+    ASSERT_TRUE(od.CreateTable(g).ok());
     for (int i = 0; i < 4; ++i) points_.push_back(*db.AddPoint({double(i), 0, 0}));
     auto record = [](int n, const char* name) {
       return od::Record{"T", {od::Value::Integer(n), od::Value::Character(name)}};
@@ -85,6 +97,7 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
     ASSERT_TRUE(od.AddRecord(points_[1], record(3, "c")).ok());
     ASSERT_TRUE(od.AddRecord(points_[2], {"U", {od::Value::Integer(4)}}).ok());
     ASSERT_TRUE(od.AddRecord(points_[3], record(5, "e")).ok());
+    for (od::EntityId p : points_) ASSERT_TRUE(od.AddRecord(p, *od.NewRecord("G")).ok());
   }
 
   void Run(const CommandRun& run) {
@@ -135,6 +148,14 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   std::vector<od::EntityId> points_;
   ScratchDir dir_;
 };
+
+// Without faults the command takes every answer given: the runs below ask what they mean to.
+TEST_P(CommandFaults, WithoutFaultsTheAnswersAreTaken) {
+  Run(GetParam());
+  ExpectNoCommandFailure();
+  EXPECT_FALSE(input_->failed()) << input_->failure();
+  EXPECT_TRUE(input_->exhausted()) << "answers left over";
+}
 
 TEST_P(CommandFaults, WithoutAProjectNothingIsChanged) {
   std::string before = Saved();

@@ -175,6 +175,15 @@ class FaultyDatabase : public od::Database {
   std::optional<double> Area(od::EntityId e) const override {
     return Closed(e) ? std::nullopt : in_.Area(e);
   }
+  std::optional<od::Point3> InsertionPoint(od::EntityId e) const override {
+    return Closed(e) ? std::nullopt : in_.InsertionPoint(e);
+  }
+  std::optional<od::TextFacts> Text(od::EntityId e) const override {
+    return Closed(e) ? std::nullopt : in_.Text(e);
+  }
+  std::optional<double> SolidVolume(od::EntityId e) const override {
+    return Closed(e) ? std::nullopt : in_.SolidVolume(e);
+  }
   od::EntityList EntitiesInBox(const od::Box3& box) const override {
     od::EntityList found = in_.EntitiesInBox(box), open;
     for (od::EntityId e : found)
@@ -194,6 +203,13 @@ class FaultyDatabase : public od::Database {
   Result<od::EntityId> AddBlockReference(const std::string& block, const od::Point3& at,
                                          double scale, const std::string& layer) override {
     return in_.AddBlockReference(block, at, scale, layer);
+  }
+  Result<od::ObjectId> AddLayer(const std::string& name, long true_color) override {
+    return in_.AddLayer(name, true_color);
+  }
+  bool HasBlock(const std::string& name) const override { return in_.HasBlock(name); }
+  Status AddCircleBlock(const std::string& name, const od::Point3& center, double radius) override {
+    return in_.AddCircleBlock(name, center, radius);
   }
   std::optional<od::EntityProperties> Properties(od::EntityId e) const override {
     return Closed(e) ? std::nullopt : in_.Properties(e);
