@@ -115,6 +115,21 @@ constexpr Entry kDialogStrings[] = {
     {1236, "%s: type a source field in at least one row."},
     {1250, "Warning: 1 value could not be converted and was left as it was.\n"},
     {1251, "Warning: %i values could not be converted and were left as they were.\n"},
+    {1400, "Drawing to copy table definitions from"},
+    {1401, "Explication report"},
+    {1402, "Group by"},
+    {1403, "(none)"},
+    {1404, "Explication report file"},
+    {1405, "CSV files (*.csv)|*.csv||"},
+    {1410, "Handle"},
+    {1411, "Type"},
+    {1412, "Layer"},
+    {1413, "Length"},
+    {1414, "Area"},
+    {1415, "Records"},
+    {1416, "Total length"},
+    {1417, "Total area"},
+    {1450, "Error: unable to write %s\n"},
 };
 
 }  // namespace

@@ -108,6 +108,23 @@ enum StringId : int {
   kStrNoFieldPaired = 1236,          // "%s: type a source field in at least one row."
   kStrValueNotConverted = 1250,      // "Warning: 1 value could not be converted ..."
   kStrValuesNotConverted = 1251,     // "Warning: %i values could not be converted ..."
+
+  // --- definitions from other drawings and the explication report ---
+  kStrLoadDefinitionTitle = 1400,    // "Drawing to copy table definitions from"
+  kStrExplicationTitle = 1401,       // "Explication report"
+  kStrGroupByLabel = 1402,           // "Group by"
+  kStrNoGrouping = 1403,             // "(none)"
+  kStrExplicationFileTitle = 1404,   // "Explication report file"
+  kStrCsvFilter = 1405,              // "CSV files (*.csv)|*.csv||"
+  kStrCsvHandle = 1410,              // "Handle": the report's column titles
+  kStrCsvType = 1411,                // "Type"
+  kStrCsvLayer = 1412,               // "Layer"
+  kStrCsvLength = 1413,              // "Length"
+  kStrCsvArea = 1414,                // "Area"
+  kStrCsvRecords = 1415,             // "Records"
+  kStrCsvTotalLength = 1416,         // "Total length"
+  kStrCsvTotalArea = 1417,           // "Total area"
+  kStrUnableToWrite = 1450,          // "Error: unable to write %s\n" ("PATH: reason")
 };
 
 // The first ids of the shell's messages and of the dialog texts.
