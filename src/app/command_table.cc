@@ -7,6 +7,7 @@
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
+#include "commands/exchange/explication_command.h"
 #include "commands/exchange/load_definition.h"
 #include "commands/exchange/stat_command.h"
 #include "commands/select/find_by_od.h"
@@ -65,6 +66,7 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_ADDVAL_OD2OD", commands::AddValOd2Od},
       {"VELTOR_STAT", commands::Stat},
       {"VELTOR_LOAD_DEFINITION", commands::LoadDefinition},
+      {"VELTOR_EXPL", commands::Explication},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -2,6 +2,7 @@
 
 #include "app/command_table.h"
 #include "commands/edit/add_value_memory.h"
+#include "commands/exchange/explication_command.h"
 #include "commands/select/query_memory.h"
 
 namespace veltor::app {
@@ -68,6 +69,7 @@ int CVeltorApp::On_kUnloadAppMsg(void* packet) {
   command_palette_.reset();
   commands::ResetQueryMemory();
   commands::ResetDataDialogMemory();
+  commands::ResetExplicationMemory();
   if (host) {
     host->App().RemoveGroup(kCommandGroup);
     host->App().RemoveGroup(kAutoCommandGroup);
