@@ -1,8 +1,9 @@
-// VELTOR_STAT over a drawing built in memory: the census of model space shown in the text box
-// dialog, with system tables counted for "multiple" and "duplicated" but given no line, unused
-// tables, and table lines in ordinal order.
+// VELTOR_STAT over a drawing built in memory: the census of model space (block definitions
+// left out) shown in the 350 by 400 text box, with system tables counted for "multiple" and
+// "duplicated" but given no line, unused tables, and table lines in ordinal order.
 #include "data_command_fixture.h"
 
+#include "drawing/model/blocks.h"
 #include "drawing/model/tables.h"
 #include "ui/text_box_dialog.h"
 
@@ -15,7 +16,12 @@ class StatisticsTest : public testing::DataCommandTest {
  protected:
   // Runs VELTOR_STAT, closing its dialog with OK; returns the report with "\n" line ends.
   std::string Report() {
-    ui_.NextDialog().Press(od::kIdOk);
+    ui_.NextDialog()
+        .Inspect([](const od::DialogModel& d) {
+          EXPECT_EQ(d.size().width, 350);
+          EXPECT_EQ(d.size().height, 400);
+        })
+        .Press(od::kIdOk);
     EXPECT_EQ(Run("VELTOR_STAT", {}, {}), "") << "the report is not printed";
     const testing::ScriptedUi::Opened& box = ui_.opened().back();
     EXPECT_EQ(box.title, "Object Data statistics.");
@@ -68,6 +74,8 @@ TEST_F(StatisticsTest, TablesWithoutRecordsAreAllUnusedAndHaveNoBlock) {
   DefineOne("Roads");
   DefineOne("TPMNODE_1");
   AddPoint();
+  // An entity of a block definition is not in model space.
+  model::AddBlockDefinition(doc(), "MARK", {0, 0, 0}, {{"POINT", "0", {{10, "1"}, {20, "1"}, {30, "0"}}}}, {});
   EXPECT_EQ(Report(),
             "Objects: 1\n"
             "Objects with no Object Data: 1\n"
