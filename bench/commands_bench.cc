@@ -1,10 +1,12 @@
 // The selection commands' engines on a loaded drawing, nothing pre-selected and Enter at the
-// prompt (all of model space): presence queries and the value query with one condition.
+// prompt (all of model space): presence queries and the value query with one condition; and
+// the statistics census of model space with its report text.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
 
 #include "loaded_session.h"
+#include "commands/exchange/usage_statistics.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/value_matcher.h"
 #include "commands/select/value_query.h"
@@ -84,8 +86,22 @@ void BM_ValueQueryRoadThreeReads(benchmark::State& state) {
   state.counters["selected"] = static_cast<double>(found);
 }
 
+// VELTOR_STAT without its dialog: the census of every model space entity and the report.
+void BM_Statistics(benchmark::State& state) {
+  LoadedSession s;
+  if (!s.Load(state)) return;
+  size_t with_od = 0;
+  for (auto _ : state) {
+    veltor::commands::UsageStatistics stats = veltor::commands::CountUsage(s.session);
+    benchmark::DoNotOptimize(veltor::commands::StatisticsReport(stats));
+    with_od = static_cast<size_t>(stats.with_od);
+  }
+  state.counters["with_od"] = static_cast<double>(with_od);
+}
+
 }  // namespace
 
+BENCHMARK(BM_Statistics)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HasOd)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_HasDuplicateOd)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_GatherAll)->Arg(100000)->Arg(1000000)->Unit(benchmark::kMillisecond);

@@ -11,6 +11,9 @@
 #include "commands/edit/set_prop.h"
 #include "commands/edit/set_text.h"
 #include "commands/edit/set_xyz.h"
+#include "commands/exchange/explication_command.h"
+#include "commands/exchange/load_definition.h"
+#include "commands/exchange/stat_command.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
@@ -69,6 +72,9 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_SETPROP", commands::SetProp},
       {"VELTOR_SETID", commands::SetId},
       {"VELTOR_SETTEXT", commands::SetText},
+      {"VELTOR_STAT", commands::Stat},
+      {"VELTOR_LOAD_DEFINITION", commands::LoadDefinition},
+      {"VELTOR_EXPL", commands::Explication},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -3,6 +3,7 @@
 #include "app/command_table.h"
 #include "commands/edit/add_value_memory.h"
 #include "commands/edit/set_memory.h"
+#include "commands/exchange/explication_command.h"
 #include "commands/select/query_memory.h"
 
 namespace veltor::app {
@@ -70,6 +71,7 @@ int CVeltorApp::On_kUnloadAppMsg(void* packet) {
   commands::ResetQueryMemory();
   commands::ResetDataDialogMemory();
   commands::ResetSetDialogMemory();
+  commands::ResetExplicationMemory();
   if (host) {
     host->App().RemoveGroup(kCommandGroup);
     host->App().RemoveGroup(kAutoCommandGroup);

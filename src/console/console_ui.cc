@@ -132,7 +132,11 @@ std::optional<std::string> ConsoleUi::OpenFileDialog(const std::string& title,
     std::optional<std::string> path = AskPath(prompt);
     if (!path) return std::nullopt;
     std::error_code error;
-    if (std::filesystem::is_regular_file(*path, error)) return path;
+    // A file dialog hands back a full path, whatever folder the user started from.
+    if (std::filesystem::is_regular_file(*path, error)) {
+      std::filesystem::path full = std::filesystem::absolute(*path, error);
+      return error ? *path : full.lexically_normal().string();
+    }
     editor_.Print("No such file: " + *path + "\n");
   }
 }

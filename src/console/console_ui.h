@@ -22,8 +22,9 @@ class ConsoleUi : public od::UiHost {
   // The answer "Cancel" or the editor's cancel gives kCancel, whatever the buttons.
   od::MessageAnswer MessageBox(const std::string& title, const std::string& text,
                                od::MessageButtons buttons) override;
-  // Asks for the path of an existing file; an empty answer or "Cancel" gives nothing. A path
-  // may be written in double quotes.
+  // Asks for the path of an existing file and returns it in full (a relative answer is taken
+  // from the current folder); an empty answer or "Cancel" gives nothing. A path may be written
+  // in double quotes.
   std::optional<std::string> OpenFileDialog(const std::string& title,
                                             const std::string& filter) override;
   // Asks for a path to write; "*" takes `default_name` (when there is one), an empty answer or

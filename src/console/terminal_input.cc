@@ -12,6 +12,9 @@ namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
 std::vector<std::string>* completion_words = nullptr;
+// Whether the line being read answers "Command: " (Tab completes command names) or another
+// prompt (Tab completes file paths, which file dialogs and script paths ask for).
+bool at_command_prompt = true;
 
 void OnInterrupt(int) { interrupted = 1; }
 
@@ -28,6 +31,10 @@ char* CompleteCommand(const char* text, int state) {
 }
 
 char** Complete(const char* text, int start, int) {
+  if (!at_command_prompt) {
+    rl_attempted_completion_over = 0;  // the line editor's own file name completion
+    return nullptr;
+  }
   rl_attempted_completion_over = 1;
   if (start != 0) return nullptr;  // only the first word names a command
   return rl_completion_matches(text, CompleteCommand);
@@ -58,6 +65,7 @@ void TerminalInput::SetCommands(std::vector<std::string> commands) {
 
 session::InputLine TerminalInput::ReadLine(const std::string& prompt) {
   interrupted = 0;
+  at_command_prompt = prompt == "Command: ";
   char* line = readline(prompt.c_str());
   if (!line) {
     if (interrupted) {

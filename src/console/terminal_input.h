@@ -1,5 +1,6 @@
 // Answers typed by a person at a terminal: line editing and history (libedit), Tab
-// completion of command names, and Ctrl-C cancelling the running command.
+// completion (command names at "Command: ", file paths at every other prompt), and Ctrl-C
+// cancelling the running command.
 #pragma once
 
 #include <string>

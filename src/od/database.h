@@ -86,6 +86,9 @@ class Database {
   // "AcDb3dPolyline", "AcDbSpline", "AcDbMline", "AcDbBlockReference", ...; "" when it cannot
   // be opened.
   virtual std::string EntityClass(EntityId entity) const = 0;
+  // The entity's handle as the drawing shows it (upper-case hexadecimal, "1F"), or "" when it
+  // cannot be opened.
+  virtual std::string EntityHandle(EntityId entity) const = 0;
   // The id of the last entity added to model space, or kNullId.
   virtual EntityId LastEntity() const = 0;
 

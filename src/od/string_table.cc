@@ -140,6 +140,21 @@ constexpr Entry kDialogStrings[] = {
            "modeller.\n"},
     {1351, "Warning: the volumes of %i 3D solids were not measured: this host has no solid "
            "modeller.\n"},
+    {1400, "Drawing to copy table definitions from"},
+    {1401, "Explication report"},
+    {1402, "Group by"},
+    {1403, "(none)"},
+    {1404, "Explication report file"},
+    {1405, "CSV files (*.csv)|*.csv||"},
+    {1410, "Handle"},
+    {1411, "Type"},
+    {1412, "Layer"},
+    {1413, "Length"},
+    {1414, "Area"},
+    {1415, "Records"},
+    {1416, "Total length"},
+    {1417, "Total area"},
+    {1450, "Error: unable to write %s\n"},
 };
 
 }  // namespace

@@ -134,6 +134,22 @@ enum StringId : int {
   kStrTolerance = 1318,              // "Tolerance:"
   kStrSolidNotMeasured = 1350,       // "Warning: the volume of 1 3D solid was not measured..."
   kStrSolidsNotMeasured = 1351,      // "Warning: the volumes of %i 3D solids were not ..."
+  // --- definitions from other drawings and the explication report ---
+  kStrLoadDefinitionTitle = 1400,    // "Drawing to copy table definitions from"
+  kStrExplicationTitle = 1401,       // "Explication report"
+  kStrGroupByLabel = 1402,           // "Group by"
+  kStrNoGrouping = 1403,             // "(none)"
+  kStrExplicationFileTitle = 1404,   // "Explication report file"
+  kStrCsvFilter = 1405,              // "CSV files (*.csv)|*.csv||"
+  kStrCsvHandle = 1410,              // "Handle": the report's column titles
+  kStrCsvType = 1411,                // "Type"
+  kStrCsvLayer = 1412,               // "Layer"
+  kStrCsvLength = 1413,              // "Length"
+  kStrCsvArea = 1414,                // "Area"
+  kStrCsvRecords = 1415,             // "Records"
+  kStrCsvTotalLength = 1416,         // "Total length"
+  kStrCsvTotalArea = 1417,           // "Total area"
+  kStrUnableToWrite = 1450,          // "Error: unable to write %s\n" ("PATH: reason")
 };
 
 // The first ids of the shell's messages and of the dialog texts.

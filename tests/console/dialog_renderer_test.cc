@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <map>
 #include <memory>
 #include <optional>
@@ -447,6 +448,17 @@ TEST_F(ConsoleUiTest, OpenFileAsksForAnExistingPath) {
   EXPECT_EQ(Count("No such file: /no/such/file.txt\n"), 1u);
   EXPECT_EQ(Count("Alias file (*.txt;*.csv), Enter to cancel: "), 2u);
   EXPECT_EQ(ui_.OpenFileDialog("Alias file", ""), std::nullopt);
+}
+
+TEST_F(ConsoleUiTest, OpenFileGivesARelativePathInFull) {
+  // A relative answer is read from the current folder and handed back as a full path, as a
+  // file dialog gives it (commands that reach a file through its drive need the root).
+  const std::filesystem::path here = std::filesystem::current_path();
+  std::filesystem::current_path(VELTOR_SOURCE_DIR);
+  Answer({"./tests/../CMakeLists.txt"});
+  std::optional<std::string> path = ui_.OpenFileDialog("Drawing", "");
+  std::filesystem::current_path(here);
+  EXPECT_EQ(path, (std::filesystem::path(VELTOR_SOURCE_DIR) / "CMakeLists.txt").lexically_normal().string());
 }
 
 TEST_F(ConsoleUiTest, SaveFileTakesAPathTheDefaultOrNothing) {

@@ -4,8 +4,8 @@
 // as script lines, answered as a person types them (a refused answer is asked again, so one
 // bad line does not end the run): commands, selection answers, dialog answers, keywords,
 // values, "*Cancel*" and transparent commands. The module and the console's dialog renderer
-// take part as they do in `veltor`. The file commands (OPEN, SAVE, ...) are left out so that
-// random lines never touch the file system.
+// take part as they do in `veltor`. The file commands (OPEN, SAVE, ...) are left out and file
+// dialogs cancelled so that random lines never touch the file system.
 //
 // Beyond crashes and sanitizer reports, two properties are checked (failures abort):
 //   - whatever the lines did, the drawing writes out to bytes that load again;
@@ -22,6 +22,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -38,6 +39,21 @@
 namespace {
 
 using veltor::fuzz::WriteToString;
+
+// The console's dialogs, with every file dialog answered by Cancel: commands that read or
+// write a file chosen by the user (definitions from a drawing, the CSV report) run up to
+// their file prompt and end there.
+class NoFilesUi : public veltor::console::ConsoleUi {
+ public:
+  using ConsoleUi::ConsoleUi;
+  std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
+    return std::nullopt;
+  }
+  std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
+                                            const std::string&) override {
+    return std::nullopt;
+  }
+};
 
 namespace dxf = veltor::dxf;
 namespace model = veltor::model;
@@ -126,7 +142,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   session::RegisterUndoCommands(s);
   session::RegisterObjectDataCommands(s);
   session::RegisterInfoCommands(s);
-  veltor::console::ConsoleUi ui(s.Ed());
+  NoFilesUi ui(s.Ed());
   s.SetUi(&ui);
   s.LoadModule(veltor::app::AcrxEntryPoint);
   s.AddDocument(std::move(parsed).value(), drawing.name);

@@ -2,7 +2,8 @@
 # Runs one console transcript: NAME.scr is the script, NAME.args the command line before it
 # (paths relative to the source tree; empty for a new drawing), NAME.out what the console must
 # print, NAME.exit its exit status when not 0, NAME.err what it must print on standard error
-# (when given; "@SCRATCH@" stands for the scratch folder). A run that does not exit with 0 must
+# (when given). "@SCRATCH@" stands for the scratch folder in NAME.args, NAME.scr, NAME.out and
+# NAME.err. A run that does not exit with 0 must
 # not have saved @SCRATCH@/out.dxf. Prints a diff on mismatch.
 set -u
 veltor="$1"; source_dir="$2"; name="$3"
@@ -15,10 +16,12 @@ scratch="$(mktemp -d)"
 trap 'rm -rf "$scratch"' EXIT
 cd "$source_dir"
 # shellcheck disable=SC2086
-"$veltor" ${args//@SCRATCH@/$scratch} -s "$here/$name.scr" >"$scratch/raw" 2>"$scratch/err"
+sed "s|@SCRATCH@|$scratch|g" "$here/$name.scr" >"$scratch/script.scr"
+"$veltor" ${args//@SCRATCH@/$scratch} -s "$scratch/script.scr" >"$scratch/raw" 2>"$scratch/err"
 status=$?
 # The About box names the day the program was built; transcripts show it as @BUILD_DATE@.
-sed -E 's/^Built [A-Z][a-z]{2} [ 0-9][0-9] [0-9]{4}\.$/Built @BUILD_DATE@./' "$scratch/raw" >"$scratch/out"
+sed -E -e 's/^Built [A-Z][a-z]{2} [ 0-9][0-9] [0-9]{4}\.$/Built @BUILD_DATE@./' \
+  -e "s|$scratch|@SCRATCH@|g" "$scratch/raw" >"$scratch/out"
 if ! diff -u "$here/$name.out" "$scratch/out"; then
   echo "transcript $name: output differs (stderr follows)"; cat "$scratch/err"; exit 1
 fi

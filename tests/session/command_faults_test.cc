@@ -24,7 +24,8 @@ namespace {
 
 struct CommandRun {
   const char* name;
-  std::vector<std::string> answers;  // prompts and dialogs, as typed in the console
+  // Prompts and dialogs, as typed in the console; "@SCRATCH@" stands for a scratch folder.
+  std::vector<std::string> answers;
   bool edits;                        // writes Object Data when it can
   bool locks = false;                // takes the document lock for its edits
   bool says_refused = false;         // names the writes the drawing refused, and why
@@ -52,6 +53,10 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_SETPROP", {"G", "LEN", "AREA", "", "", "", "ALL", ""}, true},
       {"VELTOR_SETID", {"G", "ID", "G-", "", "1", "", "ALL", ""}, true},
       {"VELTOR_SETTEXT", {"G", "TXT", "", "", "ALL", ""}, true},
+      {"VELTOR_STAT", {}, false},
+      // A drawing on disk to take definitions from (its own tables, if any, are copied).
+      {"VELTOR_LOAD_DEFINITION", {VELTOR_SOURCE_DIR "/tests/data/copy_reference.dxf"}, true},
+      {"VELTOR_EXPL", {"T", "NAME", "", "@SCRATCH@/expl.csv", "ALL", ""}, false},
   };
   return runs;
 }
@@ -101,7 +106,10 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   }
 
   void Run(const CommandRun& run) {
-    input_ = std::make_unique<session::LinesInput>(run.answers, [this](const std::string& t) { out_ += t; });
+    std::vector<std::string> answers = run.answers;
+    for (std::string& answer : answers)
+      if (answer.rfind("@SCRATCH@", 0) == 0) answer = dir_.File(answer.substr(10));
+    input_ = std::make_unique<session::LinesInput>(answers, [this](const std::string& t) { out_ += t; });
     session_.SetInput(input_.get());
     session_.editor().SetPickfirst({});
     out_.clear();

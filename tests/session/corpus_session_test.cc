@@ -4,6 +4,9 @@
 // reference, attach and detach them through their dialog, add values between fields and
 // tables, and fill columns from geometry, numbering and texts. Runs under the sanitizers like
 // every test, so an invalid read anywhere on these paths fails here.
+// tables, the statistics, definitions loaded from the drawing's own file and the explication
+// report. Runs under the sanitizers like every test, so an
+// invalid read anywhere on these paths fails here.
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -80,6 +83,7 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
                             "VELTOR_HAS_DUPLICATE_OD"})
     Run(query, {"ALL", ""});
   Run("LAYER", {"?"});
+  Run("VELTOR_STAT", {});
 
   if (session_.active()->doc->version() < "AC1015") {
     // Drawings before R2000 cannot hold Object Data: the table is refused, nothing changes.
@@ -91,6 +95,11 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   }
   Run("ODTABLE", {"New", "CorpusCheck", "", "NAME", "Character", "none", "", "N", "Integer", "0",
                   "", ""});
+  // The drawing's own table definitions, taken from its file: nothing to copy but a point
+  // made and erased, and the file read as an attached drawing.
+  size_t from = out_.size();
+  Run("VELTOR_LOAD_DEFINITION", {path});
+  EXPECT_EQ(out_.find("Error", from), std::string::npos) << Tail();
   Run("ODATTACH", {"CorpusCheck", "ALL", "", "road", "7"});
   // ODATTACH says nothing when there is nothing to attach to.
   int attached = AttachedCount();
@@ -124,6 +133,11 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   Run("VELTOR_ADDVAL", {"CorpusCheck", "N", "NAME", "2", "", "ALL", ""});
   // CorpusCheck into CorpusCopy (N into N, proposed), attaching where there is none.
   Run("VELTOR_ADDVAL_OD2OD", {"CorpusCheck", "CorpusCopy", "", "Yes", "", "ALL", ""});
+  // The report of CorpusCheck grouped by NAME: one row per record attached above.
+  const std::string report = scratch.File("report.csv");
+  from = out_.size();
+  Run("VELTOR_EXPL", {"CorpusCheck", "NAME", "", report, "ALL", ""});
+  EXPECT_NE(out_.find("Completed: ", from), std::string::npos) << Tail();
   Run("VELTOR_ADEATTACHDATA", {"CorpusCheck", "", "Detach", "ALL", ""});
 
   // Values from geometry, numbering and texts into a table of their own. Their dialogs offer

@@ -82,6 +82,11 @@ TEST_P(HostContract, EntitiesComeAndGoAndAGoneOneIsNeverOpened) {
   EXPECT_EQ(db().ModelSpaceEntities(), (od::EntityList{a, b}));
   EXPECT_TRUE(db().CanOpen(a));
   EXPECT_EQ(db().EntityType(a), "POINT");
+  // A handle is upper-case hexadecimal, one per entity.
+  const std::string handle = db().EntityHandle(a);
+  EXPECT_FALSE(handle.empty());
+  EXPECT_EQ(handle.find_first_not_of("0123456789ABCDEF"), std::string::npos) << handle;
+  EXPECT_NE(db().EntityHandle(b), handle);
   EXPECT_EQ(db().LayerOf(a), db().FindLayer("0"));
   EXPECT_NE(db().FindLayer("0"), od::kNullId);
 
@@ -89,6 +94,7 @@ TEST_P(HostContract, EntitiesComeAndGoAndAGoneOneIsNeverOpened) {
   EXPECT_FALSE(db().CanOpen(a));
   EXPECT_EQ(db().ModelSpaceEntities(), od::EntityList{b});
   EXPECT_EQ(db().EntityType(a), "");
+  EXPECT_EQ(db().EntityHandle(a), "");
   EXPECT_EQ(db().LayerOf(a), od::kNullId);
   EXPECT_FALSE(db().GeomExtents(a).has_value());
   EXPECT_FALSE(db().Erase(a).ok());

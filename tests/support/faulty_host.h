@@ -156,6 +156,7 @@ class FaultyDatabase : public od::Database {
   od::ObjectId LayerOf(od::EntityId e) const override { return Closed(e) ? od::kNullId : in_.LayerOf(e); }
   std::string EntityType(od::EntityId e) const override { return Closed(e) ? "" : in_.EntityType(e); }
   std::string EntityClass(od::EntityId e) const override { return Closed(e) ? "" : in_.EntityClass(e); }
+  std::string EntityHandle(od::EntityId e) const override { return Closed(e) ? "" : in_.EntityHandle(e); }
   od::EntityId LastEntity() const override { return in_.LastEntity(); }
   std::vector<od::LayerInfo> Layers() const override { return in_.Layers(); }
   od::ObjectId FindLayer(const std::string& name) const override { return in_.FindLayer(name); }

@@ -2,6 +2,7 @@
 
 #include <cctype>
 
+#include "drawing/dxf/record_store.h"
 #include "drawing/geometry/ocs.h"
 #include "drawing/model/blocks.h"
 #include "drawing/model/create.h"
@@ -118,6 +119,10 @@ od::ObjectId EmbeddedDatabase::LayerOf(od::EntityId entity) const {
 std::string EmbeddedDatabase::EntityType(od::EntityId entity) const {
   model::RecordId record = Record(entity);
   return record == model::kNoRecord ? std::string() : doc_.TypeOf(record);
+}
+
+std::string EmbeddedDatabase::EntityHandle(od::EntityId entity) const {
+  return Record(entity) == model::kNoRecord ? std::string() : dxf::FormatHandle(entity);
 }
 
 std::string EmbeddedDatabase::EntityClass(od::EntityId entity) const {

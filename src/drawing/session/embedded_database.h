@@ -23,6 +23,7 @@ class EmbeddedDatabase : public od::Database {
   od::ObjectId LayerOf(od::EntityId entity) const override;
   std::string EntityType(od::EntityId entity) const override;
   std::string EntityClass(od::EntityId entity) const override;
+  std::string EntityHandle(od::EntityId entity) const override;
   od::EntityId LastEntity() const override;
 
   std::vector<od::LayerInfo> Layers() const override;
