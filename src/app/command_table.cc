@@ -4,6 +4,11 @@
 #include <unordered_map>
 
 #include "app/shell_commands.h"
+#include "commands/edit/detach_all.h"
+#include "commands/edit/detach_tables.h"
+#include "commands/edit/remove_duplicates.h"
+#include "commands/edit/remove_unused.h"
+#include "commands/edit/replace_values.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
@@ -50,6 +55,11 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_HAS_NO_OD", commands::HasNoOd},
       {"VELTOR_HAS_SPECIFIC_VALUES", commands::HasSpecificValues},
       {"VELTOR_HAS_NO_SPECIFIC_OD", commands::HasNoSpecificOd},
+      {"VELTOR_REMOVE_DUPLICATE_OD", commands::RemoveDuplicateOd},
+      {"VELTOR_RM", commands::Rm},
+      {"VELTOR_RM_ALL", commands::RmAll},
+      {"VELTOR_REPLACE", commands::Replace},
+      {"VELTOR_RMUNUSED", commands::RmUnused},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

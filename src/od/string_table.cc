@@ -88,6 +88,16 @@ constexpr Entry kDialogStrings[] = {
      "Licence: MIT (see LICENSE).\n"
      "Documentation: docs/console.md and docs/object-data-format.md in the source tree;\n"
      "type HELP at the command prompt for the list of commands.\n"},
+    {1100, "Detach OD"},
+    {1101, "Remove Unused OD"},
+    {1102, "Used:"},
+    {1103, "Unused:"},
+    {1104, "Replace OD values"},
+    {1105, "Columns"},
+    {1106, "Old value"},
+    {1107, "New value"},
+    {1108, "-->"},
+    {1109, "Choose a table and at least one of its columns."},
 };
 
 }  // namespace

@@ -78,6 +78,18 @@ enum StringId : int {
   kStrExtendedPatterns = 1008,       // "Extended (>, <, <>, *)"
   kStrAboutTitle = 1009,             // "About veltor"
   kStrAboutText = 1010,              // the About box: version and build date ("%s", "%s")
+
+  // --- dialog texts of the detach, remove and replace commands ---
+  kStrDetachOdTitle = 1100,          // "Detach OD"
+  kStrRemoveUnusedTitle = 1101,      // "Remove Unused OD"
+  kStrUsedLabel = 1102,              // "Used:"
+  kStrUnusedLabel = 1103,            // "Unused:"
+  kStrReplaceTitle = 1104,           // "Replace OD values"
+  kStrColumnsLabel = 1105,           // "Columns"
+  kStrOldValueLabel = 1106,          // "Old value"
+  kStrNewValueLabel = 1107,          // "New value"
+  kStrReplaceArrow = 1108,           // "-->"
+  kStrChooseColumns = 1109,          // refusal of OK without a column
 };
 
 // The first ids of the shell's messages and of the dialog texts.

@@ -1,0 +1,48 @@
+#include "commands/edit/detach_all.h"
+
+#include <algorithm>
+
+#include "commands/edit/edit_lock.h"
+#include "commands/edit/record_removal.h"
+#include "commands/select/skipped_records.h"
+#include "od/catalogue.h"
+#include "od/format.h"
+#include "od/gathering.h"
+#include "od/string_table.h"
+
+namespace veltor::commands {
+
+size_t DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities) {
+  size_t with_records = 0;
+  for (od::EntityId entity : entities) {
+    std::vector<std::string> names = container.RecordTableNames(entity);
+    std::vector<std::string> user_tables = names;
+    user_tables.erase(std::remove_if(user_tables.begin(), user_tables.end(), od::IsSystemTableName),
+                      user_tables.end());
+    if (user_tables.empty()) continue;
+    ++with_records;
+    // A name is listed once per record, so each record of a table gets a walk of its own.
+    for (const std::string& table : user_tables) (void)RemoveInOneWalk(container, entity, names, table);
+  }
+  return with_records;
+}
+
+void RmAll(od::CommandContext& context) {
+  od::Host& host = context.host();
+  od::MessageAnswer answer = host.Ui().MessageBox(
+      od::Str(od::kStrWarning), od::Str(od::kStrDetachAllWarning), od::MessageButtons::kYesNo);
+  if (answer != od::MessageAnswer::kYes) return context.Cancel();
+
+  od::PromptOutcome gathered = od::GatherEntities(host);
+  if (gathered.status == od::GatherStatus::kCancelled) return context.Cancel();
+  if (gathered.entities.empty()) return;
+  if (!LockForEdits(context)) return;
+  size_t with_records = 0;
+  if (Result<od::Project*> project = host.ActiveProject(); project.ok())
+    with_records = DetachAllRecords((*project)->Container(), gathered.entities);
+  WarnSkippedRecords(host, gathered.entities);
+  host.Ed().Print(od::Format(od::Str(od::kStrCompletedOutOf), static_cast<int>(with_records),
+                             static_cast<int>(gathered.entities.size())));
+}
+
+}  // namespace veltor::commands

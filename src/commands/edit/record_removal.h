@@ -1,0 +1,27 @@
+// Removing an entity's records while walking them, as the host's record iterator does it.
+//
+// The host's iterator steps to the next record after each record it visits, also after
+// removing that record; the record that moved into the removed one's place is then passed
+// over. One walk can therefore leave records of the table it removes behind, and callers
+// that must clear a table walk again.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "od/object_data.h"
+
+namespace veltor::commands {
+
+struct RemovalPass {
+  size_t visited = 0;  // records of the table the walk came to
+  size_t removed = 0;  // of those, the ones removed
+};
+
+// One walk over the entity's records that removes every visited record of `table` (exact
+// name). `names` holds the table names of the entity's records in host order on entry
+// (ObjectDataContainer::RecordTableNames) and is kept in step with the removals.
+RemovalPass RemoveInOneWalk(od::ObjectDataContainer& container, od::EntityId entity,
+                            std::vector<std::string>& names, const std::string& table);
+
+}  // namespace veltor::commands
