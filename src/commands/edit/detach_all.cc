@@ -12,19 +12,21 @@
 
 namespace veltor::commands {
 
-size_t DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities) {
-  size_t with_records = 0;
+DetachAllResult DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities) {
+  DetachAllResult result;
   for (od::EntityId entity : entities) {
-    std::vector<std::string> names = container.RecordTableNames(entity);
+    od::RecordNames read = container.ReadRecordNames(entity);
+    result.skipped += read.damaged;
+    std::vector<std::string>& names = read.tables;
     std::vector<std::string> user_tables = names;
     user_tables.erase(std::remove_if(user_tables.begin(), user_tables.end(), od::IsSystemTableName),
                       user_tables.end());
     if (user_tables.empty()) continue;
-    ++with_records;
+    ++result.with_records;
     // A name is listed once per record, so each record of a table gets a walk of its own.
     for (const std::string& table : user_tables) (void)RemoveInOneWalk(container, entity, names, table);
   }
-  return with_records;
+  return result;
 }
 
 void RmAll(od::CommandContext& context) {
@@ -37,11 +39,11 @@ void RmAll(od::CommandContext& context) {
   if (gathered.status == od::GatherStatus::kCancelled) return context.Cancel();
   if (gathered.entities.empty()) return;
   if (!LockForEdits(context)) return;
-  size_t with_records = 0;
+  DetachAllResult result;
   if (Result<od::Project*> project = host.ActiveProject(); project.ok())
-    with_records = DetachAllRecords((*project)->Container(), gathered.entities);
-  WarnSkippedRecords(host, gathered.entities);
-  host.Ed().Print(od::Format(od::Str(od::kStrCompletedOutOf), static_cast<int>(with_records),
+    result = DetachAllRecords((*project)->Container(), gathered.entities);
+  ReportSkippedRecords(host, result.skipped);
+  host.Ed().Print(od::Format(od::Str(od::kStrCompletedOutOf), static_cast<int>(result.with_records),
                              static_cast<int>(gathered.entities.size())));
 }
 

@@ -6,10 +6,15 @@
 
 namespace veltor::commands {
 
+struct DetachAllResult {
+  size_t with_records = 0;  // entities that had any user-table record
+  size_t skipped = 0;       // damaged records, left where they are
+};
+
 // For each entity, takes the user-table names of its records (one per record) and, for each
 // name, walks the entity's records once removing those of that table (exact name). Records
-// of system tables stay. Returns the number of entities that had any user-table record.
-size_t DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities);
+// of system tables stay.
+DetachAllResult DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities);
 
 // The command: the "Warning" message box (Yes to go on), the standard gathering, then
 // "Completed: %i out of %i\n" with the entities that had records and the entities processed.
