@@ -15,11 +15,13 @@ using Strings = std::vector<std::string>;
 using Detach = ui::PGUIODList;
 using Unused = ui::OptionsRmUnused;
 
-// A container that refuses to remove the records of one entity: the failure path of every
-// removal loop.
+// A container that refuses to remove the records of one entity (all of them, or only the one
+// at `index`), and removes several records one by one as a host without batch removal does:
+// the failure paths of every removal loop.
 class RefusingRemoval : public od::ObjectDataContainer {
  public:
-  RefusingRemoval(od::ObjectDataContainer& real, od::EntityId refused) : real_(real), refused_(refused) {}
+  RefusingRemoval(od::ObjectDataContainer& real, od::EntityId refused, int index = -1)
+      : real_(real), refused_(refused), index_(index) {}
   std::vector<std::string> TableNames() const override { return real_.TableNames(); }
   Result<od::TableDefinition> GetTable(const std::string& n) const override { return real_.GetTable(n); }
   std::vector<od::Record> Records(od::EntityId e) const override { return real_.Records(e); }
@@ -28,7 +30,8 @@ class RefusingRemoval : public od::ObjectDataContainer {
   Status AddRecord(od::EntityId e, const od::Record& r) override { return real_.AddRecord(e, r); }
   Status UpdateRecord(od::EntityId e, size_t i, const od::Record& r) override { return real_.UpdateRecord(e, i, r); }
   Status RemoveRecord(od::EntityId e, size_t i) override {
-    if (e == refused_) return Status::Error("detach record: refused");
+    if (e == refused_ && (index_ < 0 || static_cast<size_t>(index_) == i))
+      return Status::Error("detach record: refused");
     return real_.RemoveRecord(e, i);
   }
   Result<od::Record> NewRecord(const std::string& t) const override { return real_.NewRecord(t); }
@@ -44,6 +47,7 @@ class RefusingRemoval : public od::ObjectDataContainer {
  private:
   od::ObjectDataContainer& real_;
   od::EntityId refused_;
+  int index_;
 };
 
 class DetachTest : public testing::EditCommandsTest {
@@ -145,6 +149,11 @@ TEST_F(DetachTest, RmLeavesRecordsThatCannotBeRemovedAndEnds) {
   EXPECT_EQ(DetachTables(refusing, {"A", "B", "Missing"}, {many_, one_b_}), 1u);
   EXPECT_EQ(Tags(many_).size(), 4u);
   EXPECT_TRUE(Tags(one_b_).empty());
+  // Only the first record refuses: each walk removes what it can before the refusal, and the
+  // walks end when one removes nothing.
+  RefusingRemoval first_refused(container(), many_, 0);
+  EXPECT_EQ(DetachTables(first_refused, {"A"}, {many_}), 2u);
+  EXPECT_EQ(Tags(many_), (Strings{"A:a1", "B:b"}));
 }
 
 // --- VELTOR_RM_ALL ---

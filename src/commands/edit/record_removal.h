@@ -21,7 +21,8 @@ struct RemovalPass {
 // One walk over the entity's records that removes every visited record of `table` (exact
 // name). `names` holds the table names of the entity's records in host order on entry
 // (ObjectDataContainer::RecordTableNames) and is kept in step with the removals. The records
-// the walk removes go in one change; when the host refuses it, none is removed.
+// the walk removes go in one change; when the host refuses it, `names` is read again and the
+// records gone are counted.
 RemovalPass RemoveInOneWalk(od::ObjectDataContainer& container, od::EntityId entity,
                             std::vector<std::string>& names, const std::string& table);
 
