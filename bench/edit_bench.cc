@@ -2,13 +2,13 @@
 // VELTOR_RM_ALL (answered Yes, Enter at the prompt) and VELTOR_REPLACE (one plain pattern over
 // one Character column: Roads NAME, "road" -> "street"). Each iteration loads the drawing
 // afresh (not timed), runs the command through RunCommand as the host does (one undo group)
-// and saves the drawing to a scratch file in $TMPDIR (default /tmp), removed afterwards. The counters split the time
-// between the command and the save, in seconds.
+// and saves the drawing to a scratch file in $TMPDIR (default /tmp), removed afterwards.
+// The counters split the time between the command and the save, in seconds of wall-clock
+// time and of this thread's CPU time (on a shared machine the CPU time is the steadier).
 #include <benchmark/benchmark.h>
 
-#include <unistd.h>
-
 #include <time.h>
+#include <unistd.h>
 
 #include <chrono>
 #include <cstdio>
