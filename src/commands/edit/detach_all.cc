@@ -23,8 +23,9 @@ DetachAllResult DetachAllRecords(od::ObjectDataContainer& container, const od::E
                       user_tables.end());
     if (user_tables.empty()) continue;
     ++result.with_records;
-    // A name is listed once per record, so each record of a table gets a walk of its own.
-    for (const std::string& table : user_tables) (void)RemoveInOneWalk(container, entity, names, table);
+    // A name is listed once per record, so each record of a table gets a walk of its own. A
+    // record the host cannot remove stays; the entity still counts as one that had records.
+    (void)container.RemoveRecords(entity, WalkRemovals(names, user_tables));
   }
   return result;
 }

@@ -12,8 +12,8 @@ struct DetachAllResult {
 };
 
 // For each entity, takes the user-table names of its records (one per record) and, for each
-// name, walks the entity's records once removing those of that table (exact name). Records
-// of system tables stay.
+// name, walks the entity's records once removing those of that table (exact name); the
+// records the walks remove go in one change per entity. Records of system tables stay.
 DetachAllResult DetachAllRecords(od::ObjectDataContainer& container, const od::EntityList& entities);
 
 // The command: the "Warning" message box (Yes to go on), the standard gathering, then

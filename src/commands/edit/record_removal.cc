@@ -4,15 +4,26 @@
 
 namespace veltor::commands {
 
+std::vector<size_t> WalkRemovals(const std::vector<std::string>& names,
+                                 const std::vector<std::string>& tables) {
+  std::vector<size_t> left(names.size());  // positions of the records not yet removed
+  for (size_t i = 0; i < left.size(); ++i) left[i] = i;
+  std::vector<size_t> removed;
+  for (const std::string& table : tables) {
+    for (size_t i = 0; i < left.size(); ++i) {
+      if (names[left[i]] != table) continue;
+      removed.push_back(left[i]);
+      left.erase(left.begin() + static_cast<std::ptrdiff_t>(i));
+      // The step that follows passes over the record now at i.
+    }
+  }
+  std::sort(removed.begin(), removed.end());
+  return removed;
+}
+
 RemovalPass RemoveInOneWalk(od::ObjectDataContainer& container, od::EntityId entity,
                             std::vector<std::string>& names, const std::string& table) {
-  // The walk in positions before any removal: a removed record's successor is passed over.
-  std::vector<size_t> visited;
-  for (size_t i = 0; i < names.size(); ++i) {
-    if (names[i] != table) continue;
-    visited.push_back(i);
-    ++i;
-  }
+  std::vector<size_t> visited = WalkRemovals(names, {table});
   RemovalPass pass;
   pass.visited = visited.size();
   if (visited.empty()) return pass;

@@ -18,6 +18,12 @@ struct RemovalPass {
   size_t removed = 0;  // of those, the ones removed
 };
 
+// The records that walks remove, one walk per entry of `tables` in turn (each removing the
+// visited records of that table, exact name), when every removal succeeds: their positions
+// in `names` (the entity's record table names in host order), ascending.
+std::vector<size_t> WalkRemovals(const std::vector<std::string>& names,
+                                 const std::vector<std::string>& tables);
+
 // One walk over the entity's records that removes every visited record of `table` (exact
 // name). `names` holds the table names of the entity's records in host order on entry
 // (ObjectDataContainer::RecordTableNames) and is kept in step with the removals. The records
