@@ -121,9 +121,18 @@ std::optional<int> ReplaceValues(od::CommandContext& context, od::EntityList ent
 }
 
 void Replace(od::CommandContext& context) {
-  od::PromptOutcome gathered = od::GatherEntities(context.host());
-  if (gathered.status == od::GatherStatus::kCancelled) return context.Cancel();
-  (void)ReplaceValues(context, std::move(gathered.entities));
+  // The standard gathering; its layer filter is left to the worker, which applies it to every
+  // list it is given (filtering twice would only cost time: the result is the same).
+  od::Host& host = context.host();
+  od::EntityList entities = od::GetImpliedSelection(host);
+  if (entities.empty()) {
+    od::PromptOutcome picked = od::PromptSelection(host);
+    if (picked.status == od::GatherStatus::kCancelled) return context.Cancel();
+    entities = std::move(picked.entities);
+    if (entities.empty())
+      if (od::Database* db = host.WorkingDatabase()) entities = od::GetModelSpaceEntities(*db);
+  }
+  (void)ReplaceValues(context, std::move(entities));
 }
 
 }  // namespace veltor::commands

@@ -24,7 +24,7 @@ int ReplaceInEntity(od::ObjectDataContainer& container, od::EntityId entity,
 // nothing when the dialog was cancelled (the command is then marked cancelled).
 std::optional<int> ReplaceValues(od::CommandContext& context, od::EntityList entities);
 
-// The command: the standard gathering, then the worker.
+// The command: the standard gathering (the worker applies its layer filter), then the worker.
 void Replace(od::CommandContext& context);
 
 }  // namespace veltor::commands
