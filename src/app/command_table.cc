@@ -7,6 +7,11 @@
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
+#include "commands/edit/detach_all.h"
+#include "commands/edit/detach_tables.h"
+#include "commands/edit/remove_duplicates.h"
+#include "commands/edit/remove_unused.h"
+#include "commands/edit/replace_values.h"
 #include "commands/edit/set_id.h"
 #include "commands/edit/set_prop.h"
 #include "commands/edit/set_text.h"
@@ -75,6 +80,11 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_STAT", commands::Stat},
       {"VELTOR_LOAD_DEFINITION", commands::LoadDefinition},
       {"VELTOR_EXPL", commands::Explication},
+      {"VELTOR_REMOVE_DUPLICATE_OD", commands::RemoveDuplicateOd},
+      {"VELTOR_RM", commands::Rm},
+      {"VELTOR_RM_ALL", commands::RmAll},
+      {"VELTOR_REPLACE", commands::Replace},
+      {"VELTOR_RMUNUSED", commands::RmUnused},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -23,4 +23,17 @@ std::vector<Record> ObjectDataContainer::RecordsOf(EntityId entity,
   return records;
 }
 
+RecordNames ObjectDataContainer::ReadRecordNames(EntityId entity) const {
+  return {RecordTableNames(entity), DamagedRecordCount(entity)};
+}
+
+Status ObjectDataContainer::RemoveRecords(EntityId entity, std::vector<size_t> indexes) {
+  std::sort(indexes.begin(), indexes.end());
+  indexes.erase(std::unique(indexes.begin(), indexes.end()), indexes.end());
+  // From the last, so that each index still names the record it named before.
+  for (auto at = indexes.rbegin(); at != indexes.rend(); ++at)
+    if (Status s = RemoveRecord(entity, *at); !s.ok()) return s;
+  return Status::Ok();
+}
+
 }  // namespace veltor::od

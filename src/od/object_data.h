@@ -34,6 +34,13 @@ struct Record {
   std::vector<Value> values;
 };
 
+// The table names of an entity's records, in host order, and how many of its records the
+// host keeps but cannot read.
+struct RecordNames {
+  std::vector<std::string> tables;
+  size_t damaged = 0;
+};
+
 // The Object Data container of one drawing. Table names are case-sensitive. An index of a
 // record is its position among the entity's records in host order (0-based).
 class ObjectDataContainer {
@@ -61,12 +68,19 @@ class ObjectDataContainer {
   // Records, RecordTableNames and record indexes leave them out; a command that reads records
   // says how many it skipped.
   virtual size_t DamagedRecordCount(EntityId entity) const = 0;
+  // What RecordTableNames and DamagedRecordCount answer, for a walk over many entities. A
+  // host that can read both at once overrides this default, which asks twice.
+  virtual RecordNames ReadRecordNames(EntityId entity) const;
 
   // Attaches a record after the entity's existing records. A record of a table that only an
   // activated attached drawing defines first copies that definition into this drawing.
   virtual Status AddRecord(EntityId entity, const Record& record) = 0;
   virtual Status UpdateRecord(EntityId entity, size_t index, const Record& record) = 0;
   virtual Status RemoveRecord(EntityId entity, size_t index) = 0;
+  // Removes the records at `indexes` (counted before any removal; order and repeats do not
+  // matter) as one change. A host that can do it at once fails without removing any; this
+  // default removes them one by one from the last and stops at the first failure.
+  virtual Status RemoveRecords(EntityId entity, std::vector<size_t> indexes);
   // A record of `table` holding the columns' default values.
   virtual Result<Record> NewRecord(const std::string& table) const = 0;
 

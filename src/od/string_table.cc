@@ -155,6 +155,16 @@ constexpr Entry kDialogStrings[] = {
     {1416, "Total length"},
     {1417, "Total area"},
     {1450, "Error: unable to write %s\n"},
+    {1100, "Detach OD"},
+    {1101, "Remove Unused OD"},
+    {1102, "Used:"},
+    {1103, "Unused:"},
+    {1104, "Replace OD values"},
+    {1105, "Columns"},
+    {1106, "Old value"},
+    {1107, "New value"},
+    {1108, "-->"},
+    {1109, "Choose a table and at least one of its columns."},
 };
 
 }  // namespace

@@ -150,6 +150,17 @@ enum StringId : int {
   kStrCsvTotalLength = 1416,         // "Total length"
   kStrCsvTotalArea = 1417,           // "Total area"
   kStrUnableToWrite = 1450,          // "Error: unable to write %s\n" ("PATH: reason")
+  // --- dialog texts of the detach, remove and replace commands ---
+  kStrDetachOdTitle = 1100,          // "Detach OD"
+  kStrRemoveUnusedTitle = 1101,      // "Remove Unused OD"
+  kStrUsedLabel = 1102,              // "Used:"
+  kStrUnusedLabel = 1103,            // "Unused:"
+  kStrReplaceTitle = 1104,           // "Replace OD values"
+  kStrColumnsLabel = 1105,           // "Columns"
+  kStrOldValueLabel = 1106,          // "Old value"
+  kStrNewValueLabel = 1107,          // "New value"
+  kStrReplaceArrow = 1108,           // "-->"
+  kStrChooseColumns = 1109,          // refusal of OK without a column
 };
 
 // The first ids of the shell's messages and of the dialog texts.

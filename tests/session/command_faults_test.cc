@@ -53,6 +53,11 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_SETPROP", {"G", "LEN", "AREA", "", "", "", "ALL", ""}, true},
       {"VELTOR_SETID", {"G", "ID", "G-", "", "1", "", "ALL", ""}, true},
       {"VELTOR_SETTEXT", {"G", "TXT", "", "", "ALL", ""}, true},
+      {"VELTOR_RM", {"T", "", "ALL", ""}, true},
+      {"VELTOR_RM_ALL", {"Yes", "ALL", ""}, true, true},
+      {"VELTOR_REMOVE_DUPLICATE_OD", {"", "ALL", ""}, true, true},
+      {"VELTOR_REPLACE", {"ALL", "", "T", "NAME", "a", "z", ""}, true, true},
+      {"VELTOR_RMUNUSED", {"Spare", ""}, true, true},
       {"VELTOR_STAT", {}, false},
       // A drawing on disk to take definitions from (its own tables, if any, are copied).
       {"VELTOR_LOAD_DEFINITION", {VELTOR_SOURCE_DIR "/tests/data/copy_reference.dxf"}, true},
@@ -77,7 +82,8 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
 
   // Tables T (N Integer, NAME Character) and U (N Integer); four points: two records of T,
   // one of T, one of U, one of T (the copy commands' reference). Each point also carries a
-  // record of G, the table the commands that set values from geometry and text write.
+  // record of G, the table the commands that set values from geometry and text write. Table
+  // Spare is used by nothing.
   void BuildDrawing() {
     od::Database& db = session_.active()->database;
     od::ObjectDataContainer& od = session_.active()->project.Container();
@@ -93,6 +99,7 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
     for (const char* text : {"ID", "TXT"})
       g.columns.push_back({text, od::ValueType::kCharacter, "", od::Value::Character("")});
     ASSERT_TRUE(od.CreateTable(g).ok());
+    ASSERT_TRUE(od.CreateTable({"Spare", "", {{"N", od::ValueType::kInteger, "", od::Value::Integer(0)}}}).ok());
     for (int i = 0; i < 4; ++i) points_.push_back(*db.AddPoint({double(i), 0, 0}));
     auto record = [](int n, const char* name) {
       return od::Record{"T", {od::Value::Integer(n), od::Value::Character(name)}};

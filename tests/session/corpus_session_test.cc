@@ -15,12 +15,17 @@
 #include <vector>
 
 #include "../drawing/dxf/test_files.h"
+#include "../support/scripted_ui.h"
 #include "app/veltor_app.h"
 #include "console/console_ui.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
+#include "od/catalogue.h"
 #include "od/gathering.h"
+#include "ui/options_replace.h"
+#include "ui/options_rm_unused.h"
+#include "ui/pgui_od_list.h"
 
 namespace veltor::session {
 namespace {
@@ -157,6 +162,108 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     EXPECT_NE(out_.find("Completed (Length/Area/Volume): "), std::string::npos) << Tail();
   }
   EXPECT_EQ(out_.find("Error:"), std::string::npos) << Tail();
+}
+
+// The detach, remove and replace commands over every real drawing: duplicates removed, values
+// replaced and the result saved and read back; then everything detached and the unused
+// tables removed. Drawings before R2000 take the commands and stay unchanged.
+TEST_P(CorpusSession, TakesTheDetachRemoveAndReplaceCommands) {
+  const std::string path = CorpusDir() + "/" + GetParam();
+  Status opened = session_.OpenDocument(path);
+  ASSERT_TRUE(opened.ok()) << opened.message();
+  veltor::testing::ScriptedUi ui;
+  session_.SetUi(&ui);
+  struct UiReset {
+    Session& session;
+    ~UiReset() { session.SetUi(nullptr); }
+  } reset{session_};
+  // The number in the last "Completed: N" line, -1 when there is none.
+  auto completed = [this] {
+    size_t at = out_.rfind("Completed: ");
+    return at == std::string::npos ? -1 : std::atoi(out_.c_str() + at + 11);
+  };
+
+  if (session_.active()->doc->version() < "AC1015") {
+    ui.NextDialog().Press(od::kIdOk);  // no tables to offer
+    Run("VELTOR_RM", {""});
+    ui.NextMessageAnswer(od::MessageAnswer::kYes);
+    Run("VELTOR_RM_ALL", {""});
+    Run("VELTOR_REMOVE_DUPLICATE_OD", {"", "ALL", ""});
+    ui.NextDialog().Press(od::kIdCancel);  // OK needs a column
+    Run("VELTOR_REPLACE", {""});
+    ui.NextDialog().Press(ui::OptionsRmUnused::kSelectAllNothing).Press(od::kIdOk);
+    Run("VELTOR_RMUNUSED", {});
+    EXPECT_FALSE(session_.active()->doc->modified());
+    return;
+  }
+  Run("ODTABLE", {"New", "CorpusCheck", "", "NAME", "Character", "none", "", ""});
+  Run("ODATTACH", {"CorpusCheck", "ALL", "", "road"});
+  int attached = AttachedCount();
+  Run("ODATTACH", {"CorpusCheck", "ALL", "", "lane"});
+  if (attached < 0) attached = 0;  // nothing to attach to
+
+  // Each entity ALL picked has two records of one table: "first" keeps the last ("lane").
+  out_.clear();
+  Run("VELTOR_REMOVE_DUPLICATE_OD", {"first", "ALL", ""});
+  EXPECT_EQ(completed(), attached) << Tail();
+  // The table is offered when a usable model space entity carries it (some drawings keep
+  // everything on layers that are off or locked).
+  int replaced = 0;
+  out_.clear();
+  if (od::GetTableNames(session_, {}, true).count("CorpusCheck")) {
+    ui.NextDialog()
+        .SelectItems(ui::OptionsReplace::kTableList, {"CorpusCheck"})
+        .SelectItems(ui::OptionsReplace::kColumnList, {"NAME"})
+        .SetText(ui::OptionsReplace::kOldValue, "LANE")
+        .SetText(ui::OptionsReplace::kNewValue, "street")
+        .Press(od::kIdOk);
+    Run("VELTOR_REPLACE", {""});
+    replaced = completed();
+    ASSERT_GT(replaced, 0) << Tail();
+  } else {
+    ui.NextDialog().Press(od::kIdCancel);
+    Run("VELTOR_REPLACE", {""});
+    EXPECT_EQ(completed(), -1) << Tail();
+  }
+
+  veltor::testing::ScratchDir scratch;
+  const std::string saved = scratch.File("saved.dxf");
+  Status written = session_.active()->doc->Save(saved);
+  ASSERT_TRUE(written.ok()) << written.message();
+  auto reread = model::Document::Open(saved);
+  ASSERT_TRUE(reread.ok()) << reread.message();
+  session_.AddDocument(std::move(reread).value(), "saved.dxf");
+  int records = 0, streets = 0;
+  for (od::EntityId id : session_.active()->database.ModelSpaceEntities())
+    for (const od::Record& record : session_.active()->project.Container().Records(id)) {
+      if (record.table != "CorpusCheck") continue;
+      ++records;
+      if (od::ValueToText(record.values.at(0)) == "street") ++streets;
+    }
+  EXPECT_EQ(records, attached);
+  EXPECT_EQ(streets, replaced);
+
+  // VELTOR_RM answers either way (with no table to choose it says 0 at once); VELTOR_RM_ALL
+  // says nothing where no entity is usable.
+  od::EntityList usable = session_.active()->database.ModelSpaceEntities();
+  od::FilterUsable(session_.active()->database, usable);
+  ui.NextDialog().Press(ui::PGUIODList::kSelectAllNothing).Press(od::kIdOk);
+  out_.clear();
+  Run("VELTOR_RM", {""});
+  EXPECT_GE(completed(), 0) << Tail();
+  for (od::EntityId id : usable)
+    EXPECT_TRUE(session_.active()->project.Container().RecordTableNames(id).empty()) << Tail();
+  ui.NextMessageAnswer(od::MessageAnswer::kYes);
+  out_.clear();
+  Run("VELTOR_RM_ALL", {""});
+  EXPECT_EQ(completed() >= 0, !usable.empty()) << Tail();
+  ui.NextDialog().Press(ui::OptionsRmUnused::kSelectAllNothing).Press(od::kIdOk);
+  out_.clear();
+  Run("VELTOR_RMUNUSED", {});
+  EXPECT_GE(completed(), 0) << Tail();
+  EXPECT_TRUE(session_.active()->doc->Save(scratch.File("emptied.dxf")).ok());
+  EXPECT_TRUE(model::Document::Open(scratch.File("emptied.dxf")).ok());
+  EXPECT_EQ(ui.pending(), 0u);
 }
 
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }

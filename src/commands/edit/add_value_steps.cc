@@ -1,6 +1,7 @@
 #include "commands/edit/add_value_steps.h"
 
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "od/catalogue.h"
 #include "od/format.h"
 #include "od/gathering.h"

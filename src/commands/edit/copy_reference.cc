@@ -25,14 +25,6 @@ std::optional<CopyRun> GatherTargetsAndReference(od::CommandContext& context) {
   return CopyRun{std::move(gathered.entities), picked.value};
 }
 
-bool LockForEdits(od::CommandContext& context) {
-  Status locked = context.LockForWrite();
-  if (locked.ok()) return true;
-  context.host().Ed().Print(
-      od::Format(od::Str(od::kStrCommandFailed), context.name().c_str(), locked.message().c_str()));
-  return false;
-}
-
 void ReportCompleted(od::Host& host, size_t count) {
   host.Ed().Print(od::Format(od::Str(od::kStrCompleted), static_cast<int>(count)));
 }

@@ -1,7 +1,7 @@
 // What the commands that copy from a reference entity share: the targets are gathered first,
 // the reference is picked after them, and one result line ends the command. They edit
 // without taking the document lock themselves (a command run in the document's context has
-// it already); the data commands that lock explicitly use LockForEdits.
+// it already); the data commands that lock explicitly use LockForEdits (edit_lock.h).
 #pragma once
 
 #include <optional>
@@ -20,9 +20,6 @@ struct CopyRun {
 // marked cancelled), no target is left ("Completed: 0"), or no reference was picked
 // ("Error: no objects selected.").
 std::optional<CopyRun> GatherTargetsAndReference(od::CommandContext& context);
-
-// Locks the drawing for the command's edits; false, after saying why, when it cannot be.
-bool LockForEdits(od::CommandContext& context);
 
 // Prints "Completed: %i\n".
 void ReportCompleted(od::Host& host, size_t count);

@@ -3,6 +3,7 @@
 #include <unordered_set>
 
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "commands/edit/set_id_first.h"
 #include "commands/edit/set_memory.h"
 #include "od/catalogue.h"

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "commands/edit/set_measure.h"
 #include "commands/edit/set_memory.h"
 #include "commands/edit/set_steps.h"

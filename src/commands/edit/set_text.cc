@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "commands/edit/set_memory.h"
 #include "commands/edit/set_steps.h"
 #include "commands/edit/set_text_outline.h"

@@ -1,6 +1,7 @@
 #include "commands/edit/set_xyz.h"
 
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "commands/edit/set_entity_point.h"
 #include "commands/edit/set_memory.h"
 #include "commands/edit/set_steps.h"

@@ -206,20 +206,24 @@ RecordId AddModelSpaceEntity(Document& doc, std::string_view type, std::string_v
 
 void EraseOwnedTree(Document& doc, RecordId object) {
   if (object == kNoRecord || doc.store().at(object).erased) return;
-  Tags tags = doc.TagsOf(object);
+  // Dictionaries own their entries (350/360); other objects own what 360 points to. The
+  // pointers are read in place, before the erase: copying every tag of each erased object
+  // (an XRECORD of Object Data holds many) would cost more than the erase itself.
+  bool is_dictionary = doc.TypeOf(object) == "DICTIONARY";
+  std::vector<Handle> pointed;
+  doc.store().ForEachTag(object, [&](int code, std::string_view value) {
+    Handle h = 0;
+    if ((code == 360 || (is_dictionary && code == 350)) && dxf::ParseHandle(value, h))
+      pointed.push_back(h);
+    return true;
+  });
   Handle self = doc.store().at(object).handle;
   doc.store().Erase(object);
   doc.MarkModified();  // also invalidates caches keyed on the document's generation
   if (doc.store().at(object).xdict != 0) EraseOwnedTree(doc, doc.Find(doc.store().at(object).xdict));
-  // Dictionaries own their entries (350/360); other objects own what 360 points to.
-  bool is_dictionary = doc.TypeOf(object) == "DICTIONARY";
-  for (const Tag& t : tags) {
-    if (t.code == 360 || (is_dictionary && t.code == 350)) {
-      Handle h = 0;
-      if (!dxf::ParseHandle(t.value, h)) continue;
-      RecordId child = doc.Find(h);
-      if (child != kNoRecord && doc.store().at(child).owner == self) EraseOwnedTree(doc, child);
-    }
+  for (Handle h : pointed) {
+    RecordId child = doc.Find(h);
+    if (child != kNoRecord && doc.store().at(child).owner == self) EraseOwnedTree(doc, child);
   }
 }
 

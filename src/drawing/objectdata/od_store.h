@@ -85,9 +85,15 @@ class ObjectDataStore {
                                     size_t& damaged) const;
   // Only the table names of an entity's records, in order; cheaper than Records().
   std::vector<std::string> RecordTableNames(model::RecordId entity) const;
+  // The same, and the number of the entity's records that cannot be read, in one scan.
+  std::vector<std::string> RecordTableNames(model::RecordId entity, size_t* damaged) const;
   Status AddRecord(model::RecordId entity, const od::Record& record);
   Status UpdateRecord(model::RecordId entity, size_t index, const od::Record& record);
   Status RemoveRecord(model::RecordId entity, size_t index);
+  // Removes the records at `indexes` (readable-record indexes counted before any removal; order
+  // and repeats do not matter) in one rewrite; fails, changing nothing, when an index has no
+  // record or the entity's records cannot be changed one by one.
+  Status RemoveRecords(model::RecordId entity, std::vector<size_t> indexes);
   // Removes every record of the entity, damaged ones too; returns how many there were.
   size_t RemoveAllRecords(model::RecordId entity);
   // A record of `table` holding every column's default value.

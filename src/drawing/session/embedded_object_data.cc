@@ -57,6 +57,13 @@ size_t EmbeddedObjectData::DamagedRecordCount(od::EntityId entity) const {
   return store_.DamagedRecordCount(record);
 }
 
+od::RecordNames EmbeddedObjectData::ReadRecordNames(od::EntityId entity) const {
+  od::RecordNames names;
+  model::RecordId record = Entity(entity);
+  if (record != model::kNoRecord) names.tables = store_.RecordTableNames(record, &names.damaged);
+  return names;
+}
+
 Result<size_t> EmbeddedObjectData::RemoveAllRecords(od::EntityId entity) {
   model::RecordId target = Entity(entity);
   if (target == model::kNoRecord) return Status::Error("detach records: the entity cannot be opened");
@@ -91,6 +98,15 @@ Status EmbeddedObjectData::RemoveRecord(od::EntityId entity, size_t index) {
   model::RecordId target = Entity(entity);
   if (target == model::kNoRecord) return Status::Error("detach record: the entity cannot be opened");
   if (Status s = store_.RemoveRecord(target, index); !s.ok()) return s;
+  listener_.Modified(entity);
+  return Status::Ok();
+}
+
+Status EmbeddedObjectData::RemoveRecords(od::EntityId entity, std::vector<size_t> indexes) {
+  model::RecordId target = Entity(entity);
+  if (target == model::kNoRecord) return Status::Error("detach records: the entity cannot be opened");
+  if (indexes.empty()) return Status::Ok();
+  if (Status s = store_.RemoveRecords(target, std::move(indexes)); !s.ok()) return s;
   listener_.Modified(entity);
   return Status::Ok();
 }

@@ -32,11 +32,14 @@ class EmbeddedObjectData : public od::ObjectDataContainer {
                                     size_t& damaged) const override;
   std::vector<std::string> RecordTableNames(od::EntityId entity) const override;
   size_t DamagedRecordCount(od::EntityId entity) const override;
+  od::RecordNames ReadRecordNames(od::EntityId entity) const override;
   // Removes every record of the entity, those that cannot be read too; returns how many.
   Result<size_t> RemoveAllRecords(od::EntityId entity);
   Status AddRecord(od::EntityId entity, const od::Record& record) override;
   Status UpdateRecord(od::EntityId entity, size_t index, const od::Record& record) override;
   Status RemoveRecord(od::EntityId entity, size_t index) override;
+  // At once: fails without removing any.
+  Status RemoveRecords(od::EntityId entity, std::vector<size_t> indexes) override;
   Result<od::Record> NewRecord(const std::string& table) const override;
   Status CreateTable(const od::TableDefinition& definition) override;
   Status DeleteTable(const std::string& name) override;

@@ -289,5 +289,22 @@ TEST_F(DamagedObjectData, SoundDrawingReportsNothing) {
   EXPECT_EQ(Ids(a_), (std::vector<int32_t>{1, 2, 3}));
 }
 
+TEST_F(DamagedObjectData, RemovingSeveralRecordsAtOnceKeepsTheDamagedOne) {
+  // Entity a: Roads 1 cannot be read; Roads 2 and Rivers 3 are readable records 0 and 1.
+  Build([](Document& doc, RecordId a, RecordId) { SetTag(doc, RecordsOf(doc, a), 90, 0, "12abc"); });
+  ASSERT_TRUE(store_->RemoveRecords(a_, {1, 0}).ok());
+  EXPECT_TRUE(store_->Records(a_).empty());
+  EXPECT_EQ(store_->DamagedRecordCount(a_), 1u);
+  ASSERT_NE(RecordsOf(*doc_, a_), model::kNoRecord);
+  EXPECT_EQ(model::XRecordData(*doc_, RecordsOf(*doc_, a_))[3], (dxf::Tag{90, "12abc"}));
+}
+
+TEST_F(DamagedObjectData, RemovingSeveralRecordsOfAnUnreadableEntityIsRefused) {
+  Build([](Document& doc, RecordId a, RecordId) { SetTag(doc, RecordsOf(doc, a), 70, 0, "2"); });
+  EXPECT_FALSE(store_->RemoveRecords(a_, {0}).ok());
+  EXPECT_EQ(store_->DamagedRecordCount(a_), 3u);
+  ExpectKeptByteForByte(RecordsOf(*doc_, a_));
+}
+
 }  // namespace
 }  // namespace veltor::objectdata
