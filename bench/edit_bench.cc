@@ -17,6 +17,7 @@
 #include <string>
 #include <vector>
 
+#include "answering_ui.h"
 #include "bench_data.h"
 #include "commands/edit/detach_all.h"
 #include "commands/edit/replace_values.h"
@@ -39,45 +40,22 @@ double CpuSeconds() {
 }
 
 // Answers the message box with Yes and the replace dialog with Roads, NAME, "road" -> "street".
-class AnsweringUi : public veltor::od::UiHost {
- public:
-  veltor::od::DialogResult ShowModal(veltor::od::DialogModel& dialog) override {
-    using Dialog = veltor::ui::OptionsReplace;
-    dialog.OnInit();
-    auto* replace = dynamic_cast<Dialog*>(&dialog);
-    if (!replace) return veltor::od::DialogResult::kCancel;
-    Select(dialog, Dialog::kTableList, "Roads");
-    Select(dialog, Dialog::kColumnList, "NAME");
-    dialog.SetText(Dialog::kOldValue, "road");
-    dialog.SetText(Dialog::kNewValue, "street");
-    return dialog.Press(veltor::od::kIdOk).result;
-  }
-  veltor::od::MessageAnswer MessageBox(const std::string&, const std::string&,
-                                       veltor::od::MessageButtons) override {
-    return veltor::od::MessageAnswer::kYes;
-  }
-  std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
-                                            const std::string&) override {
-    return std::nullopt;
-  }
-
- private:
-  static void Select(veltor::od::DialogModel& dialog, int id, const std::string& item) {
-    const std::vector<std::string>& items = dialog.Items(id);
-    for (size_t i = 0; i < items.size(); ++i)
-      if (items[i] == item) dialog.SetSelectedIndices(id, {static_cast<int>(i)});
-    dialog.OnChanged(id);
-  }
-};
+veltor::od::DialogResult AnswerReplace(veltor::od::DialogModel& dialog) {
+  using Dialog = veltor::ui::OptionsReplace;
+  using veltor::bench::AnsweringUi;
+  if (!dynamic_cast<Dialog*>(&dialog)) return veltor::od::DialogResult::kCancel;
+  AnsweringUi::Choose(dialog, Dialog::kTableList, "Roads");
+  AnsweringUi::Choose(dialog, Dialog::kColumnList, "NAME");
+  dialog.SetText(Dialog::kOldValue, "road");
+  dialog.SetText(Dialog::kNewValue, "street");
+  return dialog.Press(veltor::od::kIdOk).result;
+}
 
 struct EditRun {
   std::string printed;
   veltor::session::Session session{[this](std::string_view text) { printed += text; }};
   std::unique_ptr<veltor::session::LinesInput> input;
-  AnsweringUi ui;
+  veltor::bench::AnsweringUi ui{AnswerReplace, veltor::od::MessageAnswer::kYes};
 };
 
 // Loads the drawing, runs `handler` as `name` with Enter at the object prompt, saves; adds the

@@ -3,6 +3,7 @@
 // pre-selected and Enter at the prompt (all of model space).
 #include <benchmark/benchmark.h>
 
+#include "answering_ui.h"
 #include "commands/edit/set_prop.h"
 #include "loaded_session.h"
 #include "od/command_context.h"
@@ -15,40 +16,18 @@ using veltor::bench::LoadedSession;
 using veltor::ui::OptionsSetProp;
 
 // Answers the properties dialog: table Parcels, PERIMETER for the length, AREA for the area.
-class ParcelAnswers : public veltor::od::UiHost {
- public:
-  veltor::od::DialogResult ShowModal(veltor::od::DialogModel& dialog) override {
-    dialog.OnInit();
-    Choose(dialog, OptionsSetProp::kTableList, "Parcels");
-    Choose(dialog, OptionsSetProp::kLengthCombo, "PERIMETER");
-    Choose(dialog, OptionsSetProp::kAreaCombo, "AREA");
-    return dialog.Press(veltor::od::kIdOk).result;
-  }
-  veltor::od::MessageAnswer MessageBox(const std::string&, const std::string&,
-                                       veltor::od::MessageButtons) override {
-    return veltor::od::MessageAnswer::kCancel;
-  }
-  std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
-    return std::nullopt;
-  }
-  std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
-                                            const std::string&) override {
-    return std::nullopt;
-  }
-
- private:
-  static void Choose(veltor::od::DialogModel& dialog, int id, const std::string& item) {
-    const std::vector<std::string>& items = dialog.Items(id);
-    for (size_t i = 0; i < items.size(); ++i)
-      if (items[i] == item) dialog.SetSelectedIndex(id, static_cast<int>(i));
-    dialog.OnChanged(id);
-  }
-};
+veltor::od::DialogResult AnswerParcels(veltor::od::DialogModel& dialog) {
+  using veltor::bench::AnsweringUi;
+  AnsweringUi::Choose(dialog, OptionsSetProp::kTableList, "Parcels");
+  AnsweringUi::Choose(dialog, OptionsSetProp::kLengthCombo, "PERIMETER");
+  AnsweringUi::Choose(dialog, OptionsSetProp::kAreaCombo, "AREA");
+  return dialog.Press(veltor::od::kIdOk).result;
+}
 
 void BM_SetPropParcels(benchmark::State& state) {
   LoadedSession s;
   if (!s.Load(state)) return;
-  ParcelAnswers answers;
+  veltor::bench::AnsweringUi answers(AnswerParcels, veltor::od::MessageAnswer::kCancel);
   s.session.SetUi(&answers);
   auto& container = (*s.session.ActiveProject())->Container();
   veltor::od::ColumnDefinition perimeter{"PERIMETER", veltor::od::ValueType::kReal, "",
