@@ -18,6 +18,11 @@ std::optional<od::EntityId> Discard(od::Database& db, od::EntityId made) {
   return std::nullopt;
 }
 
+// Records that cannot be read cannot be copied: erasing their entity would lose them.
+bool HasDamagedRecords(od::Project& project, od::EntityId entity) {
+  return project.Container().DamagedRecordCount(entity) > 0;
+}
+
 }  // namespace
 
 std::optional<od::VertexList> Polyline3dVertices(const od::Database& db, od::EntityId entity,
@@ -52,6 +57,7 @@ Status CarryOver(od::Database& db, od::Project& project, od::EntityId source,
 
 std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project& project,
                                                 od::EntityId entity, int precision) {
+  if (HasDamagedRecords(project, entity)) return std::nullopt;
   std::optional<od::VertexList> vertices = Polyline3dVertices(db, entity, precision);
   if (!vertices) return std::nullopt;
   Result<od::EntityId> made = db.AddPolyline3d(vertices->points, vertices->closed);
@@ -62,6 +68,7 @@ std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project& p
 
 std::optional<od::EntityId> ConvertToLwPolyline(od::Database& db, od::Project& project,
                                                 od::EntityId entity, int precision) {
+  if (HasDamagedRecords(project, entity)) return std::nullopt;
   std::optional<od::VertexList> vertices = LwPolylineVertices(db, entity, precision);
   if (!vertices) return std::nullopt;
   PolylinePlane plane = ChoosePlane(vertices->points);
