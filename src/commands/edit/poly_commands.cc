@@ -12,7 +12,7 @@ namespace veltor::commands {
 
 namespace {
 
-using Converter = std::optional<od::EntityId> (*)(od::Database&, od::Project&, od::EntityId,
+using Converter = std::optional<od::EntityId> (*)(od::Database&, od::Project*, od::EntityId,
                                                   int);
 
 // The precision answer, or nothing when the command ends here (cancelled, or a value that
@@ -37,13 +37,16 @@ void RunConversion(od::CommandContext& context, od::StringId prompt, int default
   od::PromptOutcome gathered = od::GatherEntities(host);
   if (gathered.status == od::GatherStatus::kCancelled) return;
   od::Database* db = host.WorkingDatabase();
-  Result<od::Project*> project = host.ActiveProject();
-  if (!db || !project.ok()) return;
+  if (!db) return;
+  // A drawing without an Object Data project has no records to carry: it is converted all
+  // the same.
+  Result<od::Project*> found = host.ActiveProject();
+  od::Project* project = found.ok() ? *found : nullptr;
   if (!LockForEdits(context)) return;
 
   int converted = 0;
   for (od::EntityId entity : gathered.entities) {
-    std::optional<od::EntityId> made = convert(*db, **project, entity, *precision);
+    std::optional<od::EntityId> made = convert(*db, project, entity, *precision);
     if (!made) continue;
     // The source goes only once its replacement holds everything it carried.
     if (!db->Erase(entity).ok()) {

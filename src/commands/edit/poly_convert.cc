@@ -19,8 +19,8 @@ std::optional<od::EntityId> Discard(od::Database& db, od::EntityId made) {
 }
 
 // Records that cannot be read cannot be copied: erasing their entity would lose them.
-bool HasDamagedRecords(od::Project& project, od::EntityId entity) {
-  return project.Container().DamagedRecordCount(entity) > 0;
+bool HasDamagedRecords(od::Project* project, od::EntityId entity) {
+  return project && project->Container().DamagedRecordCount(entity) > 0;
 }
 
 }  // namespace
@@ -42,20 +42,21 @@ std::optional<od::VertexList> LwPolylineVertices(const od::Database& db, od::Ent
   return std::nullopt;
 }
 
-Status CarryOver(od::Database& db, od::Project& project, od::EntityId source,
+Status CarryOver(od::Database& db, od::Project* project, od::EntityId source,
                  od::EntityId result) {
   // The graphic copy reaches sub-entities (vertices); the full copy adds the rest.
   if (Status s = db.CopyGraphicProperties(source, result); !s.ok()) return s;
   if (Status s = db.CopyProperties(source, result); !s.ok()) return s;
-  for (const std::string& tag : project.ClassificationTags(source))
-    if (Status s = project.Classify(result, tag); !s.ok()) return s;
-  od::ObjectDataContainer& container = project.Container();
+  if (!project) return Status::Ok();
+  for (const std::string& tag : project->ClassificationTags(source))
+    if (Status s = project->Classify(result, tag); !s.ok()) return s;
+  od::ObjectDataContainer& container = project->Container();
   for (const od::Record& record : container.Records(source))
     if (Status s = container.AddRecord(result, record); !s.ok()) return s;
   return Status::Ok();
 }
 
-std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project& project,
+std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project* project,
                                                 od::EntityId entity, int precision) {
   if (HasDamagedRecords(project, entity)) return std::nullopt;
   std::optional<od::VertexList> vertices = Polyline3dVertices(db, entity, precision);
@@ -66,7 +67,7 @@ std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project& p
   return *made;
 }
 
-std::optional<od::EntityId> ConvertToLwPolyline(od::Database& db, od::Project& project,
+std::optional<od::EntityId> ConvertToLwPolyline(od::Database& db, od::Project* project,
                                                 od::EntityId entity, int precision) {
   if (HasDamagedRecords(project, entity)) return std::nullopt;
   std::optional<od::VertexList> vertices = LwPolylineVertices(db, entity, precision);

@@ -25,17 +25,18 @@ std::optional<od::VertexList> LwPolylineVertices(const od::Database& db, od::Ent
 // Gives `result` what `source` carries: colour, layer, linetype, lineweight, transparency,
 // linetype scale, plot style and hyperlink (a 3D polyline's vertices take the graphic ones
 // too), the feature classification and a copy of every Object Data record in host order.
-// Stops at the first failure.
-[[nodiscard]] Status CarryOver(od::Database& db, od::Project& project, od::EntityId source,
+// Without a project (a drawing without Object Data) only the properties are copied. Stops at
+// the first failure.
+[[nodiscard]] Status CarryOver(od::Database& db, od::Project* project, od::EntityId source,
                                od::EntityId result);
 
 // The 3D converter: the new 3D polyline's id, or nothing when the entity is not converted or
 // a step fails (a half-made polyline is erased again).
-std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project& project,
+std::optional<od::EntityId> ConvertTo3dPolyline(od::Database& db, od::Project* project,
                                                 od::EntityId entity, int precision);
 
 // The 2D converter: the new lightweight polyline's id, or nothing (as above).
-std::optional<od::EntityId> ConvertToLwPolyline(od::Database& db, od::Project& project,
+std::optional<od::EntityId> ConvertToLwPolyline(od::Database& db, od::Project* project,
                                                 od::EntityId entity, int precision);
 
 }  // namespace veltor::commands
