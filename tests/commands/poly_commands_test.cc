@@ -184,6 +184,31 @@ TEST_F(PolyCommandsTest, TwoDConvertsThreeDPolylinesAndCurvesIntoTheirPlane) {
   EXPECT_GE(round->points.size(), 40u);
 }
 
+TEST_F(PolyCommandsTest, TwoDCarriesRecordsPropertiesAndClassificationOfASpline) {
+  Define("A", {Column("NAME", Value::Character(""))});
+  od::EntityId spline = Spline();
+  model::Tags& tags = doc().MutableTags(session::RecordOf(doc(), spline));
+  auto at = std::find_if(tags.begin(), tags.end(), [](const model::Tag& t) { return t.code == 8; });
+  tags.insert(at + 1, {62, "5"});
+  AttachValues(spline, "A", {Value::Character("x")});
+  AttachValues(spline, "A", {Value::Character("y")});
+  ASSERT_TRUE(sdoc().project.Classify(spline, "Kerb").ok());
+  const std::string saved = Saved("before.dxf");
+
+  EXPECT_EQ(Run("VELTOR_2POLY", {spline}, {"4"}), Done(k2d, "4", 1, 1));
+  od::EntityId made = db().LastEntity();
+  EXPECT_FALSE(db().CanOpen(spline));
+  EXPECT_EQ(db().EntityType(made), "LWPOLYLINE");
+  EXPECT_EQ(Records(made), (std::vector<std::string>{"A[x]", "A[y]"}));
+  EXPECT_EQ(sdoc().project.ClassificationTags(made), (std::vector<std::string>{"Kerb"}));
+  EXPECT_EQ(db().Properties(made)->color, 5);
+  std::optional<od::VertexList> path = db().Vertices(made);
+  ASSERT_TRUE(path);
+  EXPECT_EQ(path->points.front(), (od::Point3{40, 0, 0}));
+  EXPECT_EQ(path->points.back(), (od::Point3{44, 0, 0}));
+  ExpectUndoRestores(saved, "VELTOR_2POLY");
+}
+
 TEST(PolylinePlaneTest, TiltedPlanarPointsKeepTheirPlaneFacingUp) {
   // A square in the plane x = z, listed clockwise seen from above.
   PolylinePlane plane = ChoosePlane({{0, 0, 0}, {0, 2, 0}, {2, 2, 2}, {2, 0, 2}});
