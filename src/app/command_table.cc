@@ -9,6 +9,7 @@
 #include "commands/edit/copy_commands.h"
 #include "commands/edit/detach_all.h"
 #include "commands/edit/detach_tables.h"
+#include "commands/edit/poly_commands.h"
 #include "commands/edit/remove_duplicates.h"
 #include "commands/edit/remove_unused.h"
 #include "commands/edit/replace_values.h"
@@ -85,6 +86,8 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_RM_ALL", commands::RmAll},
       {"VELTOR_REPLACE", commands::Replace},
       {"VELTOR_RMUNUSED", commands::RmUnused},
+      {"VELTOR_23DPOLY", commands::To3dPolyline},
+      {"VELTOR_2POLY", commands::To2dPolyline},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -58,6 +58,8 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_REMOVE_DUPLICATE_OD", {"", "ALL", ""}, true, true},
       {"VELTOR_REPLACE", {"ALL", "", "T", "NAME", "a", "z", ""}, true, true},
       {"VELTOR_RMUNUSED", {"Spare", ""}, true, true},
+      {"VELTOR_23DPOLY", {"10", "ALL", ""}, true, true},
+      {"VELTOR_2POLY", {"", "ALL", ""}, true, true},
       {"VELTOR_STAT", {}, false},
       // A drawing on disk to take definitions from (its own tables, if any, are copied).
       {"VELTOR_LOAD_DEFINITION", {VELTOR_SOURCE_DIR "/tests/data/copy_reference.dxf"}, true},

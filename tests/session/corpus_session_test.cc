@@ -266,6 +266,32 @@ TEST_P(CorpusSession, TakesTheDetachRemoveAndReplaceCommands) {
   EXPECT_EQ(ui.pending(), 0u);
 }
 
+// Both polyline conversions over every real drawing: each prints its count, no Object Data
+// record of model space is lost or duplicated (converted entities hand theirs on), and the
+// result saves and reads back.
+TEST_P(CorpusSession, ConvertsToPolylinesKeepingEveryRecord) {
+  const std::string path = CorpusDir() + "/" + GetParam();
+  Status opened = session_.OpenDocument(path);
+  ASSERT_TRUE(opened.ok()) << opened.message();
+  auto record_count = [this] {
+    size_t count = 0;
+    for (od::EntityId id : session_.active()->database.ModelSpaceEntities())
+      count += session_.active()->project.Container().Records(id).size();
+    return count;
+  };
+  const size_t records = record_count();
+  Run("VELTOR_23DPOLY", {"10", "ALL", ""});
+  Run("VELTOR_2POLY", {"", "ALL", ""});
+  size_t first = out_.find("Completed: ");
+  ASSERT_NE(first, std::string::npos) << Tail();
+  EXPECT_NE(out_.find("Completed: ", first + 1), std::string::npos) << Tail();
+  EXPECT_EQ(out_.find("Error:"), std::string::npos) << Tail();
+  EXPECT_EQ(record_count(), records);
+  veltor::testing::ScratchDir scratch;
+  ASSERT_TRUE(session_.active()->doc->Save(scratch.File("converted.dxf")).ok());
+  EXPECT_TRUE(model::Document::Open(scratch.File("converted.dxf")).ok());
+}
+
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }
 
 INSTANTIATE_TEST_SUITE_P(Corpus, CorpusSession, ::testing::ValuesIn(CorpusDrawings()),
