@@ -38,10 +38,15 @@ void RunConversion(od::CommandContext& context, od::StringId prompt, int default
   if (gathered.status == od::GatherStatus::kCancelled) return;
   od::Database* db = host.WorkingDatabase();
   if (!db) return;
-  // A drawing without an Object Data project has no records to carry: it is converted all
-  // the same.
+  // The source is erased once converted: without the project its records and classification
+  // could not be carried over, so nothing is converted and the reason is said.
   Result<od::Project*> found = host.ActiveProject();
-  od::Project* project = found.ok() ? *found : nullptr;
+  if (!found.ok()) {
+    host.Ed().Print(od::Format(od::Str(od::kStrCommandFailed), context.name().c_str(),
+                               found.message().c_str()));
+    return;
+  }
+  od::Project* project = *found;
   if (!LockForEdits(context)) return;
 
   int converted = 0;
