@@ -134,6 +134,20 @@ TEST_F(BlockAttributesTest, StoreWritesValuesInTheirAttributeTextForms) {
   EXPECT_EQ(Texts(bare), (std::vector<std::string>{"ID=keep", "DEPTH=keep", "NAME=keep", "POS=keep"}));
 }
 
+TEST_F(BlockAttributesTest, UndoTakesBackWhatLoadAndStoreChanged) {
+  od::EntityId manhole = Manhole("4", "2.5", "South", "1,2");
+  AttachValues(manhole, "Parcels", {Value::Integer(1)});
+  WriteMap(kManholeMap);
+  std::string before = Saved("before.dxf");
+  Load({manhole});
+  ExpectUndoRestores(before, "VELTOR_LOAD_ATTRS");
+  AttachValues(manhole, "Manholes", {Value::Integer(9), Value::Real(1), Value::Character("x"),
+                                     Value::Point({})});
+  before = Saved("before.dxf");
+  Store({manhole});
+  ExpectUndoRestores(before, "VELTOR_STORE_ATTRS");
+}
+
 TEST_F(BlockAttributesTest, AMalformedLineStopsTheCommandBeforeAnyChange) {
   od::EntityId manhole = Manhole("1", "2", "n", "");
   WriteMap("MANHOLE\tID\tManholes\tID\n"
