@@ -231,6 +231,23 @@ TEST_F(BlockAttributesTest, TheTemplateListsBlocksTagsAndColumnsAndReadsBackAsNo
   EXPECT_EQ(Saved("after.dxf"), before);
 }
 
+TEST_F(BlockAttributesTest, TheTemplateIsInTheDrawingsAnsiCodePageAndSoAreMapsWithoutAMark) {
+  model::AddBlockDefinition(doc(), "Tür", {0, 0, 0}, {}, {{"HÖHE", ""}});
+  od::EntityId door = session::IdOf(
+      doc(), model::AddBlockReference(doc(), "Tür", {0, 0, 0}, 1, 0, "0", {{"HÖHE", "Größe"}}));
+  ui_.NextFile(map_);
+  EXPECT_EQ(Run("VELTOR_ATTR_TEMPLATE", {door}, {}), "Generated template for 1 block(s), 2 table(s)\n");
+  std::ifstream in(map_, std::ios::binary);
+  std::stringstream text;
+  text << in.rdbuf();
+  // Windows-1252, as $DWGCODEPAGE says: one byte a letter, no byte-order mark.
+  EXPECT_EQ(text.str().substr(0, 14), "T\xFCr\tH\xD6HE\t?Tabl");
+
+  WriteMap("t\xFCr\tH\xD6HE\tmanholes\tname\n");
+  EXPECT_EQ(Load({door}), "1 attribute mappings loaded\nLoaded 1 definition(s) for 1 block reference(s)\n");
+  EXPECT_EQ(Records(door), std::vector<std::string>{"Manholes[0|0.0|Größe|0.000000,0.000000,0.000000]"});
+}
+
 TEST_F(BlockAttributesTest, TheTemplateNeedsAnAttributeAndAWritableFile) {
   EXPECT_EQ(Run("VELTOR_ATTR_TEMPLATE", {AddPoint()}, {}), "No valid entities selected\n");
   model::AddBlockDefinition(doc(), "PLAIN", {0, 0, 0}, {}, {});
