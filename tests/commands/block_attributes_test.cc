@@ -5,6 +5,7 @@
 
 #include <fstream>
 
+#include "commands/exchange/attr_text_file.h"
 #include "drawing/model/blocks.h"
 #include "drawing/session/object_ids.h"
 
@@ -191,6 +192,18 @@ TEST_F(BlockAttributesTest, Utf16MapsWithAByteOrderMarkAreRead) {
   EXPECT_EQ(Load({manhole}),
             "1 attribute mappings loaded\nLoaded 1 definition(s) for 1 block reference(s)\n");
   EXPECT_EQ(Records(manhole), std::vector<std::string>{"Manholes[3|0.0||0.000000,0.000000,0.000000]"});
+}
+
+TEST_F(BlockAttributesTest, LongLinesAreReadInPiecesOfTheLineBuffer) {
+  // 10239 characters and 3 more: "ab", the piece read after the buffer filled, is a line of
+  // its own. Counted in UTF-16 units, so a two-byte "é" counts once.
+  const std::string first = "\xC3\xA9" + std::string(kMaxLineUnits - 1, 'x');
+  EXPECT_EQ(SplitTextFileLines(db(), "\xEF\xBB\xBF" + first + "abc\r\nlast"),
+            (std::vector<std::string>{first, "abc\r", "last"}));
+  // Without a mark the bytes are Windows-1252, where every byte is a character.
+  const std::string ansi(kMaxLineUnits, 'x');
+  EXPECT_EQ(SplitTextFileLines(db(), ansi + "abc\n\nlast"),
+            (std::vector<std::string>{ansi, "abc", "", "last"}));
 }
 
 TEST_F(BlockAttributesTest, TheTemplateListsBlocksTagsAndColumnsAndReadsBackAsNoMapping) {

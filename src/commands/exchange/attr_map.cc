@@ -27,11 +27,18 @@ std::vector<std::string> Fields(const std::string& line) {
   return fields;
 }
 
-// The drawing's own spelling of a table name, matched without regard to case.
-std::optional<std::string> FindTable(const std::vector<std::string>& tables,
-                                     const std::string& name) {
-  for (const std::string& table : tables)
-    if (od::EqualsIgnoreCase(table, name)) return table;
+// The definition of the first table whose name matches without regard to case; its name is
+// the drawing's own spelling.
+std::optional<od::TableDefinition> FindTable(const od::ObjectDataContainer& container,
+                                             const std::vector<std::string>& tables,
+                                             const std::string& name) {
+  for (const std::string& table : tables) {
+    if (!od::EqualsIgnoreCase(table, name)) continue;
+    Result<od::TableDefinition> definition = container.GetTable(table);
+    if (!definition.ok()) return std::nullopt;
+    definition->name = table;
+    return std::move(*definition);
+  }
   return std::nullopt;
 }
 
@@ -58,10 +65,8 @@ MapReading ReadAttributeMap(od::Host& host, const od::ObjectDataContainer& conta
     }
     const std::string& table_name = fields[2];
     const std::string& column_name = fields[3];
-    std::optional<std::string> table = FindTable(tables, table_name);
-    Result<od::TableDefinition> definition =
-        table ? container.GetTable(*table) : Result<od::TableDefinition>(Status::Error(""));
-    if (!definition.ok()) {
+    std::optional<od::TableDefinition> definition = FindTable(container, tables, table_name);
+    if (!definition) {
       host.Ed().Print(od::Format(od::Str(od::kStrMapTableNotFound), table_name.c_str()));
       continue;
     }
@@ -71,7 +76,8 @@ MapReading ReadAttributeMap(od::Host& host, const od::ObjectDataContainer& conta
                                  table_name.c_str()));
       continue;
     }
-    reading.map[od::ToLowerUnicode(fields[0])].emplace(fields[1], AttributeTarget{*table, *column});
+    reading.map[od::ToLowerUnicode(fields[0])].emplace(fields[1],
+                                                       AttributeTarget{definition->name, *column});
     ++reading.accepted;
   }
   return reading;
@@ -85,11 +91,15 @@ std::optional<AttributeMap> AskAttributeMap(od::Host& host, bool& cancelled) {
     cancelled = true;
     return std::nullopt;
   }
+  // Without a drawing and its Object Data there is nothing to read the file against.
   od::Database* db = host.WorkingDatabase();
   Result<od::Project*> project = host.ActiveProject();
-  Result<std::vector<std::string>> lines =
-      db ? ReadTextFileLines(*db, *path) : Result<std::vector<std::string>>(Status::Error(""));
-  if (!lines.ok() || !project.ok()) {
+  std::optional<std::vector<std::string>> lines;
+  if (db && project.ok()) {
+    Result<std::vector<std::string>> read = ReadTextFileLines(*db, *path);
+    if (read.ok()) lines = std::move(*read);
+  }
+  if (!lines) {
     host.Ed().Print(od::Format(od::Str(od::kStrUnableToRead), path->c_str()));
     return std::nullopt;
   }
