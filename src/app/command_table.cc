@@ -17,6 +17,7 @@
 #include "commands/edit/set_prop.h"
 #include "commands/edit/set_text.h"
 #include "commands/edit/set_xyz.h"
+#include "commands/exchange/attr_commands.h"
 #include "commands/exchange/explication_command.h"
 #include "commands/exchange/load_definition.h"
 #include "commands/exchange/stat_command.h"
@@ -81,6 +82,9 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_STAT", commands::Stat},
       {"VELTOR_LOAD_DEFINITION", commands::LoadDefinition},
       {"VELTOR_EXPL", commands::Explication},
+      {"VELTOR_LOAD_ATTRS", commands::LoadAttrs},
+      {"VELTOR_STORE_ATTRS", commands::StoreAttrs},
+      {"VELTOR_ATTR_TEMPLATE", commands::AttrTemplate},
       {"VELTOR_REMOVE_DUPLICATE_OD", commands::RemoveDuplicateOd},
       {"VELTOR_RM", commands::Rm},
       {"VELTOR_RM_ALL", commands::RmAll},

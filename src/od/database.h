@@ -62,6 +62,14 @@ struct TextFacts {
   double height = 0.0;
 };
 
+// One attribute of a block reference: its own id (for SetAttributeText), its tag exactly as
+// the drawing holds it, and its text.
+struct AttributeFacts {
+  ObjectId id = kNullId;
+  std::string tag;
+  std::string text;
+};
+
 // Released when destroyed: holds the document locked for writing.
 class WriteLock {
  public:
@@ -111,11 +119,25 @@ class Database {
   virtual EntityList EntitiesInBox(const Box3& box) const = 0;
   // The insertion point of a block reference; nothing for other entities.
   virtual std::optional<Point3> InsertionPoint(EntityId entity) const = 0;
+  // The name users know the block of a block reference by: for a dynamic block reference the
+  // name of the dynamic block it was made from, otherwise the name of the block it inserts.
+  // Nothing for other entities.
+  virtual std::optional<std::string> EffectiveBlockName(EntityId entity) const = 0;
+  // The attributes of a block reference in drawing order; empty for other entities.
+  virtual std::vector<AttributeFacts> Attributes(EntityId block_reference) const = 0;
   // Single-line and multi-line texts; nothing for other entities.
   virtual std::optional<TextFacts> Text(EntityId entity) const = 0;
   // The volume of a 3D solid from the host's mass properties; nothing for other entities and
   // on a host without a solid modeller.
   virtual std::optional<double> SolidVolume(EntityId entity) const = 0;
+
+  // --- text files in the drawing's ANSI code page ($DWGCODEPAGE) ---
+  // UTF-8 text as a file written in that code page holds it. Tabs and line breaks are kept as
+  // they are; a character the code page lacks is written as a "\U+XXXX" escape.
+  virtual std::string ToAnsiCodePage(const std::string& utf8) const = 0;
+  // Bytes read from such a file as UTF-8 ("\U+XXXX" escapes resolved; bytes the code page
+  // cannot decode become U+FFFD).
+  virtual std::string FromAnsiCodePage(const std::string& bytes) const = 0;
 
   // --- system variables ---
   virtual std::optional<int> GetIntVar(const std::string& name) const = 0;
@@ -143,6 +165,9 @@ class Database {
   // a block reference's attributes), as the host's setters do with sub-entities included.
   virtual Status CopyGraphicProperties(EntityId from, EntityId to) = 0;
   virtual Status Erase(EntityId entity) = 0;
+  // Sets the text of an attribute named by an id that Attributes gave; fails when it cannot be
+  // opened or is not an attribute.
+  virtual Status SetAttributeText(ObjectId attribute, const std::string& text) = 0;
 
   // Locks the document for writing until the returned object is destroyed; fails when
   // another holder has it locked.

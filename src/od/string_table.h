@@ -150,6 +150,21 @@ enum StringId : int {
   kStrCsvTotalLength = 1416,         // "Total length"
   kStrCsvTotalArea = 1417,           // "Total area"
   kStrUnableToWrite = 1450,          // "Error: unable to write %s\n" ("PATH: reason")
+  // --- block attributes and Object Data ---
+  kStrInvalidMapping = 1550,         // "Error: invalid mapping '%s'\n"
+  kStrMapTableNotFound = 1551,       // "Error: table %s not found\n"
+  kStrMapColumnNotFound = 1552,      // "Error: column %s not found in table %s\n"
+  kStrMappingsLoaded = 1553,         // "%i attribute mappings loaded\n"
+  kStrUnableToRead = 1554,           // "Error: unable to read '%s'\n"
+  kStrTemplateBlockLine = 1555,      // "%s\t%s\t?TableName\t?ColumnName\n" (block, tag)
+  kStrTemplateColumnLine = 1556,     // "?BlockName\t?AttributeName\t%s\t%s\t?%s\n"
+  kStrTemplateGenerated = 1557,      // "Generated template for %i block(s), %i table(s)\n"
+  kStrNoValidEntities = 1558,        // "No valid entities selected\n"
+  kStrDefinitionsLoaded = 1559,      // "Loaded %i definition(s) for %i block reference(s)\n"
+  kStrAttributesStored = 1560,       // "Loaded %i attribute(s) for %i block reference(s)\n"
+  kStrMapFilter = 1561,              // "Text files (*.txt)|*.txt|All files (*.*)|*.*||"
+  kStrAttributeMapTitle = 1562,      // "Attribute map file"
+  kStrAttributeTemplateTitle = 1563, // "Attribute map template"
   // --- dialog texts of the detach, remove and replace commands ---
   kStrDetachOdTitle = 1100,          // "Detach OD"
   kStrRemoveUnusedTitle = 1101,      // "Remove Unused OD"

@@ -64,6 +64,11 @@ const std::vector<CommandRun>& Commands() {
       // A drawing on disk to take definitions from (its own tables, if any, are copied).
       {"VELTOR_LOAD_DEFINITION", {VELTOR_SOURCE_DIR "/tests/data/copy_reference.dxf"}, true},
       {"VELTOR_EXPL", {"T", "NAME", "", "@SCRATCH@/expl.csv", "ALL", ""}, false},
+      // The drawing has no block reference: the map is read, the selection taken and nothing
+      // is written.
+      {"VELTOR_LOAD_ATTRS", {VELTOR_SOURCE_DIR "/tests/data/attribute_map.txt", "ALL", ""}, false, true},
+      {"VELTOR_STORE_ATTRS", {VELTOR_SOURCE_DIR "/tests/data/attribute_map.txt", "ALL", ""}, false, true},
+      {"VELTOR_ATTR_TEMPLATE", {"ALL", ""}, false},
   };
   return runs;
 }

@@ -10,6 +10,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <fstream>
+#include <sstream>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,6 +54,24 @@ class CorpusSession : public ::testing::TestWithParam<std::string> {
     ASSERT_TRUE(session_.Execute(command)) << out_;
     session_.RunQueue();
     ASSERT_FALSE(input_->failed()) << command << ": " << input_->failure() << "\n" << Tail();
+  }
+
+  // Sends every attribute line of a written template to CorpusCheck's NAME; without a
+  // template, writes a map whose one line names no block of the drawing.
+  static void CompleteTemplate(const std::string& path, bool templated) {
+    std::string text;
+    if (templated) {
+      std::ifstream in(path, std::ios::binary);
+      std::stringstream bytes;
+      bytes << in.rdbuf();
+      text = bytes.str();
+      const std::string open = "\t?TableName\t?ColumnName", done = "\tCorpusCheck\tNAME";
+      for (size_t at = text.find(open); at != std::string::npos; at = text.find(open, at))
+        text.replace(at, open.size(), done);
+    } else {
+      text = "NO SUCH BLOCK\tTAG\tCorpusCheck\tNAME\n";
+    }
+    std::ofstream(path, std::ios::binary) << text;
   }
 
   std::string Tail() const { return out_.size() > 2000 ? out_.substr(out_.size() - 2000) : out_; }
@@ -143,6 +163,27 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   from = out_.size();
   Run("VELTOR_EXPL", {"CorpusCheck", "NAME", "", report, "ALL", ""});
   EXPECT_NE(out_.find("Completed: ", from), std::string::npos) << Tail();
+  // A map template of the drawing's block references, completed so that every attribute goes
+  // to CorpusCheck's NAME; then attributes into records and NAME back into the attributes.
+  const std::string map = scratch.File("attributes.txt");
+  from = out_.size();
+  Run("VELTOR_ATTR_TEMPLATE", {"ALL", "", map});
+  const bool templated = out_.find("Generated template for ", from) != std::string::npos;
+  EXPECT_TRUE(templated || out_.find("No valid entities selected\n", from) != std::string::npos)
+      << Tail();
+  CompleteTemplate(map, templated);
+  // Both end quietly when nothing usable is selected (every layer frozen or off).
+  od::EntityList selectable = doc.database.ModelSpaceEntities();
+  od::FilterUsable(doc.database, selectable);
+  from = out_.size();
+  Run("VELTOR_LOAD_ATTRS", {map, "ALL", ""});
+  EXPECT_EQ(out_.find(" definition(s) for ", from) != std::string::npos, !selectable.empty())
+      << Tail();
+  if (templated) EXPECT_EQ(out_.find("Loaded 0 definition(s)", from), std::string::npos) << Tail();
+  from = out_.size();
+  Run("VELTOR_STORE_ATTRS", {map, "ALL", ""});
+  EXPECT_EQ(out_.find(" attribute(s) for ", from) != std::string::npos, !selectable.empty())
+      << Tail();
   Run("VELTOR_ADEATTACHDATA", {"CorpusCheck", "", "Detach", "ALL", ""});
 
   // Values from geometry, numbering and texts into a table of their own. Their dialogs offer

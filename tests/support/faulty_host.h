@@ -179,6 +179,16 @@ class FaultyDatabase : public od::Database {
   std::optional<od::Point3> InsertionPoint(od::EntityId e) const override {
     return Closed(e) ? std::nullopt : in_.InsertionPoint(e);
   }
+  std::optional<std::string> EffectiveBlockName(od::EntityId e) const override {
+    return Closed(e) ? std::nullopt : in_.EffectiveBlockName(e);
+  }
+  std::vector<od::AttributeFacts> Attributes(od::EntityId e) const override {
+    return Closed(e) ? std::vector<od::AttributeFacts>() : in_.Attributes(e);
+  }
+  Status SetAttributeText(od::ObjectId attribute, const std::string& text) override {
+    if (Closed(attribute)) return Status::Error("the attribute cannot be opened");
+    return in_.SetAttributeText(attribute, text);
+  }
   std::optional<od::TextFacts> Text(od::EntityId e) const override {
     return Closed(e) ? std::nullopt : in_.Text(e);
   }
@@ -190,6 +200,10 @@ class FaultyDatabase : public od::Database {
     for (od::EntityId e : found)
       if (!Closed(e)) open.push_back(e);
     return open;
+  }
+  std::string ToAnsiCodePage(const std::string& utf8) const override { return in_.ToAnsiCodePage(utf8); }
+  std::string FromAnsiCodePage(const std::string& bytes) const override {
+    return in_.FromAnsiCodePage(bytes);
   }
   std::optional<int> GetIntVar(const std::string& name) const override { return in_.GetIntVar(name); }
   Status SetIntVar(const std::string& name, int value) override { return in_.SetIntVar(name, value); }

@@ -38,6 +38,11 @@ class EmbeddedDatabase : public od::Database {
   od::EntityList EntitiesInBox(const od::Box3& box) const override;
   // embedded_entity_facts.cc
   std::optional<od::Point3> InsertionPoint(od::EntityId entity) const override;
+  std::optional<std::string> EffectiveBlockName(od::EntityId entity) const override;
+  std::vector<od::AttributeFacts> Attributes(od::EntityId block_reference) const override;
+  Status SetAttributeText(od::ObjectId attribute, const std::string& text) override;
+  std::string ToAnsiCodePage(const std::string& utf8) const override;
+  std::string FromAnsiCodePage(const std::string& bytes) const override;
   std::optional<od::TextFacts> Text(od::EntityId entity) const override;
   // Always nothing: the embedded host has no solid modeller.
   std::optional<double> SolidVolume(od::EntityId entity) const override;
