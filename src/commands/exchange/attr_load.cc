@@ -1,11 +1,9 @@
 // VELTOR_LOAD_ATTRS: attribute texts into OD values.
 #include <set>
 
-#include "commands/edit/edit_lock.h"
 #include "commands/edit/write_tally.h"
 #include "commands/exchange/attr_commands.h"
-#include "commands/exchange/attr_map.h"
-#include "commands/exchange/attr_selection.h"
+#include "commands/exchange/attr_run.h"
 #include "commands/exchange/attr_values.h"
 #include "od/format.h"
 #include "od/gathering.h"
@@ -68,28 +66,18 @@ void WriteNotedText(od::ObjectDataContainer& container, od::EntityId reference,
 }  // namespace
 
 void LoadAttrs(od::CommandContext& context) {
+  std::optional<AttributeRun> run = StartAttributeRun(context);
+  if (!run) return;
   od::Host& host = context.host();
-  od::EntityList implied = od::GetImpliedSelection(host);
-  bool cancelled = false;
-  std::optional<AttributeMap> map = AskAttributeMap(host, cancelled);
-  if (cancelled) return context.Cancel();
-  if (!map) return;
-
-  od::PromptOutcome gathered = od::GatherEntities(host, std::move(implied));
-  if (gathered.status == od::GatherStatus::kCancelled) return context.Cancel();
-  od::Database* db = host.WorkingDatabase();
-  Result<od::Project*> project = host.ActiveProject();
-  if (gathered.entities.empty() || !db || !project.ok()) return;
-  if (!LockForEdits(context)) return;
-  od::ObjectDataContainer& container = (*project)->Container();
-
-  std::vector<BlockReference> references = BlockReferencesOf(*db, gathered.entities);
+  od::Database& db = *run->db;
+  od::ObjectDataContainer& container = *run->container;
+  const std::vector<BlockReference>& references = run->references;
   int loaded = 0;
   WriteTally tally;
   for (const BlockReference& reference : references) {
-    const TagTargets* tags = FindBlock(*map, reference.block);
+    const TagTargets* tags = FindBlock(run->map, reference.block);
     if (!tags) continue;
-    std::vector<NotedText> noted = NoteMappedTexts(*db, reference.id, *tags);
+    std::vector<NotedText> noted = NoteMappedTexts(db, reference.id, *tags);
     if (noted.empty()) continue;
     AttachMissingRecords(container, reference.id, noted, tally);
     for (const NotedText& n : noted) WriteNotedText(container, reference.id, n, tally);

@@ -1,8 +1,6 @@
 // VELTOR_STORE_ATTRS: OD values into attribute texts.
-#include "commands/edit/edit_lock.h"
 #include "commands/exchange/attr_commands.h"
-#include "commands/exchange/attr_map.h"
-#include "commands/exchange/attr_selection.h"
+#include "commands/exchange/attr_run.h"
 #include "commands/exchange/attr_values.h"
 #include "od/format.h"
 #include "od/gathering.h"
@@ -48,28 +46,17 @@ int StoreReference(od::Database& db, const od::ObjectDataContainer& container,
 }  // namespace
 
 void StoreAttrs(od::CommandContext& context) {
+  std::optional<AttributeRun> run = StartAttributeRun(context);
+  if (!run) return;
   od::Host& host = context.host();
-  od::EntityList implied = od::GetImpliedSelection(host);
-  bool cancelled = false;
-  std::optional<AttributeMap> map = AskAttributeMap(host, cancelled);
-  if (cancelled) return context.Cancel();
-  if (!map) return;
-
-  od::PromptOutcome gathered = od::GatherEntities(host, std::move(implied));
-  if (gathered.status == od::GatherStatus::kCancelled) return context.Cancel();
-  od::Database* db = host.WorkingDatabase();
-  Result<od::Project*> project = host.ActiveProject();
-  if (gathered.entities.empty() || !db || !project.ok()) return;
-  if (!LockForEdits(context)) return;
-  const od::ObjectDataContainer& container = (*project)->Container();
-
-  std::vector<BlockReference> references = BlockReferencesOf(*db, gathered.entities);
+  const od::ObjectDataContainer& container = *run->container;
+  const std::vector<BlockReference>& references = run->references;
   int stored = 0;
   for (const BlockReference& reference : references) {
     std::vector<od::Record> records = container.Records(reference.id);
     if (records.empty()) continue;
-    if (const TagTargets* tags = FindBlock(*map, reference.block))
-      stored += StoreReference(*db, container, reference.id, *tags, records);
+    if (const TagTargets* tags = FindBlock(run->map, reference.block))
+      stored += StoreReference(*run->db, container, reference.id, *tags, records);
   }
   host.Ed().Print(od::Format(od::Str(od::kStrAttributesStored), stored,
                              static_cast<int>(references.size())));
