@@ -49,7 +49,7 @@ const std::vector<CommandRow>& CommandRows() {
       {"VELTOR_COPY_ALL_VALUE", kDefaultFlags, "Copy OD", "Copy properties/OD/values from reference", 4,
        "Copies properties, records and values"},
       {"VELTOR_ADEATTACHDATA", kDefaultFlags, "Attach/detach OD", "Attach/detach", 1,
-       "Attach/detach dialog"},
+       "Attaches a record with chosen values to entities, or detaches a table's records"},
       {"VELTOR_SETTEXT", kDefaultFlags, "Set/edit OD values", "Set from text", 3,
        "Sets values from text entities"},
       {"VELTOR_SETXYZ", kDefaultFlags, "Set/edit OD values", "Set from XYZ", 1,
@@ -59,7 +59,7 @@ const std::vector<CommandRow>& CommandRows() {
       {"VELTOR_SETPROP", kDefaultFlags, "Set/edit OD values", "Set from geometric properties", 2,
        "Sets values from length/area/volume and other properties"},
       {"VELTOR_REPLACE", kDefaultFlags, "Set/edit OD values", "Replace", 7,
-       "Replaces values"},
+       "Replaces the OD values that match a pattern"},
       {"VELTOR_2POLY", kDefaultFlags, "Modify entities", "Covert to 2D polylines", 1,
        "Converts to 2D polylines keeping OD"},
       {"VELTOR_ADDVAL", kDefaultFlags, "Set/edit OD values", "Add from field in field", 8,
@@ -81,7 +81,7 @@ const std::vector<CommandRow>& CommandRows() {
       {"VELTOR_ABOUT", kDefaultFlags, "", "About", 2,
        "Shows the About box"},
       {"VELTOR_EXPL", kDefaultFlags, "Export/import", "Explication", 1,
-       "Explication report"},
+       "Writes a CSV of a table's records with lengths, areas and group totals"},
       {"VELTOR_TRANSLATE", kDefaultFlags, "OD management", "Translate", 3,
        "Translates values by alias files"},
       {"VELTOR_LOAD_ATTRS", kDefaultFlags, "Set/edit OD values", "Set from attributes", 4,
@@ -89,7 +89,7 @@ const std::vector<CommandRow>& CommandRows() {
       {"VELTOR_STORE_ATTRS", kDefaultFlags, "Set/edit OD values", "Upload to attributes", 5,
        "Writes values into block attributes"},
       {"VELTOR_ATTR_TEMPLATE", kDefaultFlags, nullptr, nullptr, 0,
-       "Attribute template"},
+       "Writes an attribute map template for the chosen block references"},
   };
   return rows;
 }
