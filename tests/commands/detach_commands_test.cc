@@ -312,7 +312,9 @@ TEST_F(DetachTest, EachCommandEditsLockedAndUndoesToTheSameFile) {
     ASSERT_TRUE(session_.Execute(c.command));
     session_.App().RemoveReactor(&watch);
     EXPECT_NE(SavedBytes("after.dxf"), before) << c.command << " changed nothing";
-    if (c.locks) EXPECT_EQ(watch.modified_unlocked, 0) << c.command;
+    if (c.locks) {
+      EXPECT_EQ(watch.modified_unlocked, 0) << c.command;
+    }
     if (c.modifies_model_space) {
       EXPECT_GT(watch.modified, 0) << c.command;
     }

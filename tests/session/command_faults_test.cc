@@ -198,7 +198,9 @@ TEST_P(CommandFaults, WhenEveryWriteFailsNothingIsChanged) {
   Run(GetParam());
   ExpectNoCommandFailure();
   EXPECT_EQ(AllRecords(), records) << out_;
-  if (GetParam().says_refused) EXPECT_NE(out_.find(kInjected), std::string::npos) << out_;
+  if (GetParam().says_refused) {
+    EXPECT_NE(out_.find(kInjected), std::string::npos) << out_;
+  }
 }
 
 TEST_P(CommandFaults, WhenWritesFailMidwayEveryRecordIsWholeAndTheDrawingReadsBack) {
@@ -206,7 +208,9 @@ TEST_P(CommandFaults, WhenWritesFailMidwayEveryRecordIsWholeAndTheDrawingReadsBa
   std::string records = AllRecords();
   Run(GetParam());
   ExpectNoCommandFailure();
-  if (!GetParam().edits) EXPECT_EQ(AllRecords(), records);
+  if (!GetParam().edits) {
+    EXPECT_EQ(AllRecords(), records);
+  }
   // What was written reads back from the saved file, with no record damaged.
   std::string path = dir_.File("midway.dxf");
   ASSERT_TRUE(session_.active()->doc->Save(path).ok());

@@ -179,7 +179,9 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   Run("VELTOR_LOAD_ATTRS", {map, "ALL", ""});
   EXPECT_EQ(out_.find(" definition(s) for ", from) != std::string::npos, !selectable.empty())
       << Tail();
-  if (templated) EXPECT_EQ(out_.find("Loaded 0 definition(s)", from), std::string::npos) << Tail();
+  if (templated) {
+    EXPECT_EQ(out_.find("Loaded 0 definition(s)", from), std::string::npos) << Tail();
+  }
   from = out_.size();
   Run("VELTOR_STORE_ATTRS", {map, "ALL", ""});
   EXPECT_EQ(out_.find(" attribute(s) for ", from) != std::string::npos, !selectable.empty())
