@@ -163,8 +163,9 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   void ExpectNoCommandFailure() {
     std::istringstream lines(out_);
     for (std::string line; std::getline(lines, line);)
-      if (line.find("failed:") != std::string::npos)
+      if (line.find("failed:") != std::string::npos) {
         EXPECT_NE(line.find(kInjected), std::string::npos) << out_;
+      }
   }
 
   std::string out_;
@@ -242,8 +243,8 @@ TEST_P(LockingCommandFaults, ARefusedLockChangesNothingAndSaysWhy) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Module, CommandFaults, ::testing::ValuesIn(Commands()),
-                         [](const ::testing::TestParamInfo<CommandRun>& info) {
-                           return std::string(info.param.name);
+                         [](const ::testing::TestParamInfo<CommandRun>& run) {
+                           return std::string(run.param.name);
                          });
 
 std::vector<CommandRun> LockingCommands() {
@@ -254,8 +255,8 @@ std::vector<CommandRun> LockingCommands() {
 }
 
 INSTANTIATE_TEST_SUITE_P(Module, LockingCommandFaults, ::testing::ValuesIn(LockingCommands()),
-                         [](const ::testing::TestParamInfo<CommandRun>& info) {
-                           return std::string(info.param.name);
+                         [](const ::testing::TestParamInfo<CommandRun>& run) {
+                           return std::string(run.param.name);
                          });
 
 }  // namespace

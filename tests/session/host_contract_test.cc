@@ -215,7 +215,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(HostMaker{"Embedded", [] { return std::unique_ptr<HostUnderTest>(new EmbeddedHost); }},
                       HostMaker{"FaultWrapperWithoutFaults",
                                 [] { return std::unique_ptr<HostUnderTest>(new PassThroughHost); }}),
-    [](const ::testing::TestParamInfo<HostMaker>& info) { return std::string(info.param.name); });
+    [](const ::testing::TestParamInfo<HostMaker>& maker) { return std::string(maker.param.name); });
 
 }  // namespace
 }  // namespace veltor::testing

@@ -236,11 +236,11 @@ TEST_F(DamagedObjectData, RealThatIsNotANumberAndRecordOfAMissingTable) {
 // record as the full read behind Records does, and RecordsOf reads the same values.
 TEST_F(DamagedObjectData, QuickScanAgreesWithTheFullRead) {
   Build([](Document&, RecordId, RecordId) {});
-  size_t damaged = 9;
-  std::vector<od::Record> rivers = store_->RecordsOf(a_, {"Rivers", "Lakes"}, damaged);
+  size_t none_damaged = 9;
+  std::vector<od::Record> rivers = store_->RecordsOf(a_, {"Rivers", "Lakes"}, none_damaged);
   ASSERT_EQ(rivers.size(), 1u);
   EXPECT_TRUE(rivers[0].values == store_->Records(a_)[2].values);
-  EXPECT_EQ(damaged, 0u);
+  EXPECT_EQ(none_damaged, 0u);
   std::string roads = dxf::FormatHandle(doc_->store().at(DefinitionOf(*doc_, "Roads")).handle);
   using Case = std::pair<dxf::Tags, size_t>;  // data tags, readable records
   const std::vector<Case> cases = {
