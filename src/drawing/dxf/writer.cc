@@ -22,12 +22,18 @@ class Sink {
   explicit Sink(std::FILE* out) : out_(out) {}
   void Put(const char* data, size_t n) {
     if (failed_ || n == 0) return;
+    at_line_start_ = data[n - 1] == '\n';
     if (std::fwrite(data, 1, n, out_) != n) {
       failed_ = true;
       error_ = errno;
     }
   }
   void Put(std::string_view s) { Put(s.data(), s.size()); }
+  // Ends the line when what was written last does not: a file whose last line had no line
+  // break gets one before anything is written after it.
+  void EndLine() {
+    if (!at_line_start_) Put("\n", 1);
+  }
   bool failed() const { return failed_ || std::ferror(out_) != 0; }
   // The reason of the first failed write (errno is overwritten by what follows it).
   int error() const { return error_ != 0 ? error_ : EIO; }
@@ -36,6 +42,7 @@ class Sink {
   std::FILE* out_;
   bool failed_ = false;
   int error_ = 0;
+  bool at_line_start_ = true;  // nothing written yet, or a line break last
 };
 
 }  // namespace
@@ -61,6 +68,7 @@ Status WriteDxf(const RecordStore& store, std::FILE* out) {
     sink.Put(buffer);
   }
   if (store.append_eof) {
+    if (!format.binary) sink.EndLine();
     buffer.clear();
     (void)AppendTag(Tag{0, "EOF"}, format, buffer);  // always writable
     sink.Put(buffer);
