@@ -33,7 +33,7 @@ build-san: setup $(BUILD_SAN)/build.ninja
 
 demo: build
 	$(BUILD)/bin/veltor examples/city.dxf -s examples/demo.scr -o $(BUILD)/demo-out.dxf
-	@echo "demo: the drawing with the NOTES layer turned on was saved to $(BUILD)/demo-out.dxf"
+	@echo "demo: the drawing, its NOTES layer turned on and its parcel areas written, was saved to $(BUILD)/demo-out.dxf"
 
 test-fast: build
 	cd $(BUILD) && ctest --output-on-failure -j $(JOBS)
