@@ -4,6 +4,7 @@
 
 #include "od/format.h"
 #include "od/string_table.h"
+#include "ui/chosen_table.h"
 
 namespace veltor::ui {
 
@@ -40,12 +41,8 @@ void ExplicationDialog::OnChanged(int control_id) {
 
 void ExplicationDialog::ShowFields(const std::string& keep) {
   std::vector<std::string> fields = {od::Str(od::kStrNoGrouping)};
-  int chosen = SelectedIndex(kTableCombo);
-  if (chosen >= 0) {
-    Result<od::TableDefinition> def = container_.GetTable(Items(kTableCombo)[chosen]);
-    if (def.ok())
-      for (const od::ColumnDefinition& column : def->columns) fields.push_back(column.name);
-  }
+  for (std::string& name : ChosenTableColumns(*this, kTableCombo, container_))
+    fields.push_back(std::move(name));
   // Item 0 is "(none)": a field named so is still found after it.
   int kept = keep.empty() ? -1 : IndexOf({fields.begin() + 1, fields.end()}, keep);
   SetItems(kGroupByCombo, std::move(fields));

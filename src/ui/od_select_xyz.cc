@@ -4,6 +4,7 @@
 
 #include "od/string_table.h"
 #include "od/text.h"
+#include "ui/chosen_table.h"
 
 namespace veltor::ui {
 
@@ -56,12 +57,8 @@ void OdSelectXyz::OnChanged(int control_id) {
 
 void OdSelectXyz::ShowColumns() {
   std::vector<std::string> items{""};
-  int chosen = SelectedIndex(kTableList);
-  if (chosen >= 0) {
-    Result<od::TableDefinition> def = container_.GetTable(Items(kTableList)[chosen]);
-    if (def.ok())
-      for (const od::ColumnDefinition& column : def->columns) items.push_back(column.name);
-  }
+  for (std::string& name : ChosenTableColumns(*this, kTableList, container_))
+    items.push_back(std::move(name));
   for (int combo : kColumnCombos) {
     SetItems(combo, items);
     SetSelectedIndex(combo, 0);

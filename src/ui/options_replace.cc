@@ -2,6 +2,7 @@
 
 #include "od/catalogue.h"
 #include "od/string_table.h"
+#include "ui/chosen_table.h"
 
 namespace veltor::ui {
 
@@ -35,10 +36,7 @@ void OptionsReplace::OnChanged(int control_id) {
 
 void OptionsReplace::ListColumns() {
   std::vector<std::string> columns;
-  std::vector<std::string> table = SelectedItems(kTableList);
-  if (!table.empty() && container_)
-    if (Result<od::TableDefinition> def = container_->GetTable(table.front()); def.ok())
-      for (const od::ColumnDefinition& column : def->columns) columns.push_back(column.name);
+  if (container_) columns = ChosenTableColumns(*this, kTableList, *container_);
   SetItems(kColumnList, std::move(columns));
 }
 

@@ -4,6 +4,7 @@
 
 #include "od/string_table.h"
 #include "od/text.h"
+#include "ui/chosen_table.h"
 
 namespace veltor::ui {
 
@@ -42,13 +43,7 @@ void OptionsSetProp::OnChanged(int control_id) {
 }
 
 void OptionsSetProp::ShowColumns() {
-  std::vector<std::string> columns;
-  int chosen = SelectedIndex(kTableList);
-  if (chosen >= 0) {
-    Result<od::TableDefinition> def = container_.GetTable(Items(kTableList)[chosen]);
-    if (def.ok())
-      for (const od::ColumnDefinition& column : def->columns) columns.push_back(column.name);
-  }
+  std::vector<std::string> columns = ChosenTableColumns(*this, kTableList, container_);
   for (int combo : kColumnCombos) SetItems(combo, columns);
 }
 

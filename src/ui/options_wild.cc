@@ -6,6 +6,7 @@
 #include "od/string_table.h"
 #include "od/text.h"
 #include "od/value.h"
+#include "ui/chosen_table.h"
 
 namespace veltor::ui {
 
@@ -46,13 +47,7 @@ void OptionsWild::OnChanged(int control_id) {
 }
 
 void OptionsWild::ShowFields() {
-  std::vector<std::string> fields;
-  int chosen = SelectedIndex(kTableList);
-  if (chosen >= 0) {
-    Result<od::TableDefinition> def = container_.GetTable(Items(kTableList)[chosen]);
-    if (def.ok())
-      for (const od::ColumnDefinition& column : def->columns) fields.push_back(column.name);
-  }
+  std::vector<std::string> fields = ChosenTableColumns(*this, kTableList, container_);
   SetItems(kFieldCombo, fields);
 }
 
