@@ -4,6 +4,7 @@
 #include <unordered_map>
 
 #include "app/shell_commands.h"
+#include "app/table_command.h"
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
 #include "commands/edit/copy_commands.h"
@@ -60,6 +61,7 @@ CommandFn HandlerOf(const std::string& name) {
   static const std::unordered_map<std::string, CommandFn> handlers = {
       {"VELTOR_PSEL", commands::PointSelect},
       {"VELTOR_CTL", VeltorCtl},
+      {"VELTOR_TABLE", VeltorTable},
       {"VELTOR_HAS_DUPLICATE_OD", commands::HasDuplicateOd},
       {"VELTOR_HAS_OD", commands::HasOd},
       {"VELTOR_HAS_MULTIPLE_OD", commands::HasMultipleOd},

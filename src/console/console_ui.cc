@@ -2,7 +2,9 @@
 
 #include <cstdlib>
 
+#include "console/table_panel.h"
 #include "ui/command_palette.h"
+#include "ui/od_table_view.h"
 
 #include <filesystem>
 #include <vector>
@@ -90,6 +92,13 @@ od::MessageAnswer ConsoleUi::MessageBox(const std::string& title, const std::str
 }
 
 bool ConsoleUi::ShowPalette(od::Palette& palette) {
+  if (auto* table = dynamic_cast<ui::OdTableView*>(&palette)) {
+    if (!open_panel_) return false;
+    table_panel_ = std::make_shared<TablePanel>(editor_, *table);
+    std::shared_ptr<TablePanel> panel = table_panel_;
+    open_panel_([panel] { return panel->Step(); });
+    return true;
+  }
   auto* commands = dynamic_cast<ui::CommandPalette*>(&palette);
   if (!commands) return false;
   for (const ui::MenuLine& line : ui::NumberedMenu(commands->tree())) editor_.Print(line.text + "\n");

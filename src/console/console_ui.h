@@ -2,6 +2,8 @@
 // prompts and file dialogs as a prompt for a path, all through the command line's editor.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 
@@ -9,6 +11,8 @@
 #include "od/ui_host.h"
 
 namespace veltor::console {
+
+class TablePanel;
 
 class ConsoleUi : public od::UiHost {
  public:
@@ -33,13 +37,20 @@ class ConsoleUi : public od::UiHost {
                                             const std::string& default_name) override;
 
   // The command palette as a numbered list; the chosen entry runs as a double click would
-  // (its command is queued). Other palettes are not shown by the console.
+  // (its command is queued). The OD table palette opens as a panel (TablePanel) that takes
+  // the command line after the command, when a panel opener is set.
   bool ShowPalette(od::Palette& palette) override;
+
+  // How a modeless panel gets the command line (the session's OpenPanel).
+  using PanelOpener = std::function<void(std::function<bool()>)>;
+  void SetPanelOpener(PanelOpener opener) { open_panel_ = std::move(opener); }
 
  private:
   std::optional<std::string> AskPath(const std::string& prompt);
 
   od::Editor& editor_;
+  PanelOpener open_panel_;
+  std::shared_ptr<TablePanel> table_panel_;
 };
 
 // The file patterns of a "Description (*.a;*.b)|*.a;*.b||" filter, as "*.a;*.b" (several

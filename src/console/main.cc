@@ -50,6 +50,7 @@ int Run(const Options& options) {
   veltor::session::RegisterHostCommands(session);
   veltor::console::ConsoleUi ui(session.Ed());
   session.SetUi(&ui);
+  ui.SetPanelOpener([&session](std::function<bool()> panel) { session.OpenPanel(std::move(panel)); });
   session.LoadModule(veltor::app::AcrxEntryPoint);
 
   if (!options.drawing.empty()) {

@@ -169,6 +169,8 @@ constexpr Entry kDialogStrings[] = {
     {1561, "Text files (*.txt)|*.txt|All files (*.*)|*.*||"},
     {1562, "Attribute map file"},
     {1563, "Attribute map template"},
+    {1600, "OD table"},
+    {1601, "Detach selected Object Data?"},
     {1100, "Detach OD"},
     {1101, "Remove Unused OD"},
     {1102, "Used:"},

@@ -165,6 +165,9 @@ enum StringId : int {
   kStrMapFilter = 1561,              // "Text files (*.txt)|*.txt|All files (*.*)|*.*||"
   kStrAttributeMapTitle = 1562,      // "Attribute map file"
   kStrAttributeTemplateTitle = 1563, // "Attribute map template"
+  // --- the OD table palette ---
+  kStrTableTitle = 1600,             // "OD table"
+  kStrDetachSelectedOd = 1601,       // "Detach selected Object Data?"
   // --- dialog texts of the detach, remove and replace commands ---
   kStrDetachOdTitle = 1100,          // "Detach OD"
   kStrRemoveUnusedTitle = 1101,      // "Remove Unused OD"

@@ -5,6 +5,7 @@
 #include "commands/edit/add_value_od2od.h"
 #include "commands/edit/add_value_steps.h"
 #include "commands/edit/copy_reference.h"
+#include "commands/edit/edit_lock.h"
 #include "commands/select/skipped_records.h"
 #include "od/gathering.h"
 
@@ -12,10 +13,12 @@ namespace veltor::commands {
 
 namespace {
 
-// Shows `Dialog` over the offered tables, then gathers the entities and hands them to
-// `write`, which returns what it wrote; prints what did not convert and the count written.
+// Shows `Dialog` over the offered tables, then gathers the entities (unless `handed` names
+// them) and hands them to `write`, which returns what it wrote; prints what did not convert
+// and the count written.
 template <typename Dialog, typename Memory, typename Write>
-void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write) {
+void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write,
+                    const od::EntityList& handed = {}) {
   od::Host& host = context.host();
   od::EntityList implied = od::GetImpliedSelection(host);
   std::vector<std::string> tables = OfferedTables(host);
@@ -25,7 +28,12 @@ void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write) {
 
   Dialog dialog(std::move(tables), memory, container);
   if (host.Ui().ShowModal(dialog) != od::DialogResult::kOk) return context.Cancel();
-  std::optional<od::EntityList> entities = GatherForEdits(context, std::move(implied));
+  std::optional<od::EntityList> entities = handed;
+  if (handed.empty()) {
+    entities = GatherForEdits(context, std::move(implied));
+  } else if (!LockForEdits(context)) {
+    return;
+  }
   if (!entities) return;
 
   WrittenCounts counts = write(container, *entities, dialog.choice());
@@ -39,6 +47,11 @@ void AskGatherWrite(od::CommandContext& context, Memory& memory, Write write) {
 
 void AddVal(od::CommandContext& context) {
   AskGatherWrite<ui::AddValueDialog>(context, ModuleDataDialogMemory().add_value, AddFieldToField);
+}
+
+void AddValWorker(od::CommandContext& context, const od::EntityList& entities) {
+  AskGatherWrite<ui::AddValueDialog>(context, ModuleDataDialogMemory().add_value, AddFieldToField,
+                                     entities);
 }
 
 void AddValOd2Od(od::CommandContext& context) {

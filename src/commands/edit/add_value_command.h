@@ -7,6 +7,9 @@
 namespace veltor::commands {
 
 void AddVal(od::CommandContext& context);
+// VELTOR_ADDVAL on the entities handed in (the OD table view's rows); with none it gathers
+// them as the command does.
+void AddValWorker(od::CommandContext& context, const od::EntityList& entities);
 void AddValOd2Od(od::CommandContext& context);
 
 }  // namespace veltor::commands

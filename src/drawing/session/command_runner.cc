@@ -136,6 +136,12 @@ void Session::RunLoop() {
   while (!quit_) {
     RunQueue();
     if (quit_) break;
+    if (panel_) {
+      Panel panel = panel_;  // kept alive while it runs
+      if (!panel()) panel_ = nullptr;
+      if (input_ && input_->failed()) break;
+      continue;
+    }
     std::string answer;
     od::PromptStatus status = editor_.ReadAnswer("Command: ", false, answer);
     if (status == od::PromptStatus::kCancel) {

@@ -19,7 +19,13 @@ namespace veltor::session {
 
 namespace {
 
-bool Is(const std::string& answer, const char* keyword) { return od::EqualsIgnoreCase(answer, keyword); }
+// A leading "_" asks for the keyword by its global (English) name, as scripts and queued
+// command strings write it ("_P").
+bool Is(const std::string& answer, const char* keyword) {
+  std::string_view typed = answer;
+  if (!typed.empty() && typed.front() == '_') typed.remove_prefix(1);
+  return od::EqualsIgnoreCase(typed, keyword);
+}
 
 }  // namespace
 

@@ -72,6 +72,12 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   bool quit_requested() const { return quit_; }
   // Runs queued command strings until the queue is empty.
   void RunQueue();
+  // A modeless panel that takes the command line between commands (the console's palettes):
+  // while one is open, the loop calls it instead of asking "Command: " whenever no queued
+  // command waits. Each call reads at least one answer; it returns false when it closed.
+  using Panel = std::function<bool()>;
+  void OpenPanel(Panel panel) { panel_ = std::move(panel); }
+  bool panel_open() const { return static_cast<bool>(panel_); }
   // The command (global name) changes the undo history itself and is not an undo step.
   void MarkNotUndoStep(const std::string& name) { not_undo_steps_.insert(name); }
   // Runs a transparent command from inside a prompt; false when it may not run so.
@@ -165,6 +171,7 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   int current_lisp_ = -1;
   std::vector<od::Reactor*> reactors_;
   std::deque<std::string> queue_;
+  Panel panel_;
   std::string last_command_;
   // Commands that are not undo steps of their own (the undo commands themselves).
   std::unordered_set<std::string> not_undo_steps_;
