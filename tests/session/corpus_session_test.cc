@@ -2,10 +2,9 @@
 // LIST, the presence queries, a new table, a record attached to every entity, a save that
 // reads back with the records in place, and then the commands that copy records from a
 // reference, attach and detach them through their dialog, add values between fields and
-// tables, and fill columns from geometry, numbering and texts. Runs under the sanitizers like
-// every test, so an invalid read anywhere on these paths fails here.
-// tables, the statistics, definitions loaded from the drawing's own file and the explication
-// report. Runs under the sanitizers like every test, so an
+// tables, and fill columns from geometry, numbering and texts; the statistics, definitions
+// loaded from the drawing's own file, the explication report, and every table shown, sorted
+// and selected in the OD table palette. Runs under the sanitizers like every test, so an
 // invalid read anywhere on these paths fails here.
 #include <gtest/gtest.h>
 
@@ -27,6 +26,7 @@
 #include "od/gathering.h"
 #include "ui/options_replace.h"
 #include "ui/options_rm_unused.h"
+#include "ui/od_table_view.h"
 #include "ui/pgui_od_list.h"
 
 namespace veltor::session {
@@ -339,6 +339,32 @@ TEST_P(CorpusSession, ConvertsToPolylinesKeepingEveryRecord) {
   veltor::testing::ScratchDir scratch;
   ASSERT_TRUE(session_.active()->doc->Save(scratch.File("converted.dxf")).ok());
   EXPECT_TRUE(model::Document::Open(scratch.File("converted.dxf")).ok());
+}
+
+TEST_P(CorpusSession, ShowsEveryTableInTheTablePalette) {
+  const std::string path = CorpusDir() + "/" + GetParam();
+  Status opened = session_.OpenDocument(path);
+  ASSERT_TRUE(opened.ok()) << opened.message();
+  Run("VELTOR_TABLE", {});
+  auto* view = dynamic_cast<ui::OdTableView*>(app::TheApp().table_palette().get());
+  ASSERT_NE(view, nullptr);
+  view->FillTableChoices();
+  const std::vector<std::string> tables = view->table_choices();
+  for (const std::string& table : tables) {
+    view->ChooseTable(table);
+    for (size_t column = 0; column < view->ColumnCount(); ++column) {
+      view->SortByColumn(column);
+      for (size_t row = 0; row < view->RowCount(); ++row) (void)view->CellText(row, column);
+    }
+    view->RunViewEntry(ui::TableViewEntry::kSelectAll);
+    EXPECT_EQ(view->SelectedCount(), view->RowCount()) << table;
+    view->RunViewEntry(ui::TableViewEntry::kInvertSelection);
+    EXPECT_EQ(view->SelectedCount(), 0u) << table;
+    // A cell given back the text it shows writes nothing.
+    if (view->RowCount() > 0 && view->ColumnCount() > 1)
+      view->EditCell(0, 1, view->CellText(0, 1));
+  }
+  EXPECT_FALSE(session_.active()->doc->modified());
 }
 
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }
