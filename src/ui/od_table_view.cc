@@ -157,6 +157,31 @@ NamedValues OdTableView::BeforeValues(const GridRow& row) const {
 
 // --- sorting ---
 
+std::vector<std::u16string> OdTableView::ColumnKeys(size_t field) const {
+  std::vector<std::u16string> keys(rows_.size());
+  od::ObjectDataContainer* container = Container();
+  if (!container) return keys;
+  // The records are read in load order, which is the drawing's own order: memory is then
+  // read front to back, and the rows of one entity follow each other (read once for them).
+  std::vector<uint32_t> load_order(rows_.size());
+  for (size_t i = 0; i < load_order.size(); ++i) load_order[i] = static_cast<uint32_t>(i);
+  std::sort(load_order.begin(), load_order.end(),
+            [this](uint32_t a, uint32_t b) { return rows_[a].number < rows_[b].number; });
+  od::EntityId read = od::kNullId;
+  std::vector<od::Record> records;
+  for (uint32_t i : load_order) {
+    const GridRow& row = rows_[i];
+    if (row.entity != read || records.empty()) {
+      size_t damaged = 0;
+      records = container->RecordsOf(row.entity, {current_table_}, damaged);
+      read = row.entity;
+    }
+    if (row.ordinal < records.size() && field < records[row.ordinal].values.size())
+      keys[i] = od::Utf8ToUtf16(od::ValueToText(records[row.ordinal].values[field]));
+  }
+  return keys;
+}
+
 void OdTableView::SortByColumn(size_t column) {
   if (column >= ColumnCount()) return;
   bool descending = column == last_sorted_column_ ? descending_next_ : false;
@@ -166,20 +191,23 @@ void OdTableView::SortByColumn(size_t column) {
       return descending ? a.number > b.number : a.number < b.number;
     });
   } else {
-    // Each text is converted once; the comparison then runs on UTF-16 code units.
-    std::vector<std::pair<std::u16string, GridRow>> keyed;
-    keyed.reserve(rows_.size());
-    for (size_t i = 0; i < rows_.size(); ++i)
-      keyed.emplace_back(od::Utf8ToUtf16(CellText(i, column)), rows_[i]);
+    // Each text is read and converted once; the comparison then runs on UTF-16 code units,
+    // and the sort moves row positions, not texts.
+    std::vector<std::u16string> keys = ColumnKeys(column - 1);
+    std::vector<uint32_t> order(rows_.size());
+    for (size_t i = 0; i < order.size(); ++i) order[i] = static_cast<uint32_t>(i);
     // The natural comparison is not a strict order (a prefix equals the longer text, and an
     // empty text is "before" another empty one), so the sort is a merge sort, which stays
     // within the sequence whatever the comparison answers; two empty texts count as equal.
-    std::stable_sort(keyed.begin(), keyed.end(), [descending](const auto& a, const auto& b) {
-      if (a.first.empty() && b.first.empty()) return false;
-      int order = NaturalCompare(a.first, b.first);
-      return descending ? order > 0 : order < 0;
+    std::stable_sort(order.begin(), order.end(), [&keys, descending](uint32_t a, uint32_t b) {
+      if (keys[a].empty() && keys[b].empty()) return false;
+      int comparison = NaturalCompare(keys[a], keys[b]);
+      return descending ? comparison > 0 : comparison < 0;
     });
-    for (size_t i = 0; i < rows_.size(); ++i) rows_[i] = keyed[i].second;
+    std::vector<GridRow> sorted;
+    sorted.reserve(rows_.size());
+    for (uint32_t i : order) sorted.push_back(rows_[i]);
+    rows_ = std::move(sorted);
   }
   descending_next_ = !descending;
   Notify(TableViewChange::kRows);

@@ -166,6 +166,8 @@ class OdTableView : public od::Palette, public od::Reactor {
   const std::vector<od::Record>& RecordsOf(od::EntityId entity) const;
   const od::Record* RecordOf(const GridRow& row) const;
   NamedValues BeforeValues(const GridRow& row) const;
+  // The text of `field` in every row, in row order, as sort keys.
+  std::vector<std::u16string> ColumnKeys(size_t field) const;
   od::Value TemplateValue(size_t field) const;
   void Notify(TableViewChange change) const;
   void Forget(od::EntityId entity) const;
