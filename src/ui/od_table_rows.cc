@@ -44,7 +44,7 @@ std::vector<GridRow> LoadGridRows(const od::Database& db, const od::ObjectDataCo
     if (db.CanOpen(entity) && hidden.count(db.LayerOf(entity))) continue;
     uint32_t ordinal = 0;
     for (const std::string& name : container.RecordTableNames(entity))
-      if (name == table) rows.push_back(GridRow{entity, ordinal++, ++number, false});
+      if (name == table) rows.push_back(GridRow{entity, ++number, ordinal++, false});
   }
   return rows;
 }

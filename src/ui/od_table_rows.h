@@ -13,10 +13,11 @@
 
 namespace veltor::ui {
 
+// 24 bytes: a table of a million records costs the palette 24 MB.
 struct GridRow {
   od::EntityId entity = od::kNullId;
-  uint32_t ordinal = 0;  // the record's position among the entity's records of the table
   int64_t number = 0;    // running number in load order, from 1; kept through sorts
+  uint32_t ordinal = 0;  // the record's position among the entity's records of the table
   bool selected = false;
 };
 
