@@ -308,11 +308,22 @@ void OdTableView::DeleteSelectedRows() {
   // Every row's values are read before the first record goes.
   std::vector<NamedValues> befores;
   for (size_t row : selected) befores.push_back(BeforeValues(rows_[row]));
+  size_t removed = 0;
   WriteLocked([&](od::ObjectDataContainer& container) {
-    for (const NamedValues& before : befores)
+    for (const NamedValues& before : befores) {
+      bool gone = false;
       for (od::EntityId entity : entities)
-        RemoveMatchingRecord(container, entity, current_table_, before);
+        gone = RemoveMatchingRecord(container, entity, current_table_, before) || gone;
+      removed += gone ? 1 : 0;
+    }
   });
+  if (removed < selected.size()) {
+    // A record the drawing kept (a refused write or lock) keeps its row: the grid shows what
+    // the drawing holds.
+    Reload(false);
+    SetPickfirst({});
+    return;
+  }
   for (auto row = selected.rbegin(); row != selected.rend(); ++row)
     rows_.erase(rows_.begin() + static_cast<std::ptrdiff_t>(*row));
   RenumberRows(entities);

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include "../commands/data_command_fixture.h"
+#include "../support/faulty_host.h"
 #include "drawing/model/tables.h"
 #include "ui/column_value_dialog.h"
 #include "ui/grid_cell_input.h"
@@ -317,6 +318,45 @@ TEST_F(OdTableViewTest, CreateIdsNumbersTheRowsTopDownAsItsOwnUndoStep) {
   ASSERT_TRUE(session_.Execute("U"));
   EXPECT_EQ(Records(a), (std::vector<std::string>{"Ids[7]"}));
   EXPECT_EQ(palette->CellText(0, 1), "7");
+}
+
+TEST_F(OdTableViewTest, AHostThatSaysNoLosesNothingAndTheGridShowsWhatTheDrawingHolds) {
+  od::EntityId a = Pipe("A", 1);
+  Pipe("B", 2);
+  FaultyHost faulty(session_);
+  ui::OdTableView view(faulty);
+  view.Show();
+  view.FillTableChoices();
+  view.ChooseTable("Pipes");
+  std::string before = Saved("before.dxf");
+
+  faulty.faults.lock_refused = true;
+  view.EditCell(0, 1, std::string("changed"));
+  EXPECT_EQ(view.CellText(0, 1), "A");
+  view.SelectOnly({0, 1});
+  ui_.NextMessageAnswer(od::MessageAnswer::kOk);
+  view.DeleteSelectedRows();
+  EXPECT_EQ(view.RowCount(), 2u) << "rows whose records stay stay too";
+
+  faulty.faults.lock_refused = false;
+  faulty.faults.writes_before_failure = 1;
+  view.SelectOnly({0, 1});
+  ui_.NextMessageAnswer(od::MessageAnswer::kOk);
+  view.DeleteSelectedRows();
+  ASSERT_EQ(view.RowCount(), 1u) << "the one record detached goes";
+  EXPECT_EQ(view.CellText(0, 1), "B");
+  EXPECT_TRUE(Records(a).empty());
+
+  // Without a project the grid keeps what it shows and nothing is read or written.
+  faulty.faults.project_missing = true;
+  view.Reload(true);
+  view.FillTableChoices();
+  EXPECT_EQ(view.RowCount(), 1u);
+  EXPECT_EQ(view.current_table(), "Pipes");
+  faulty.faults.project_missing = false;
+  faulty.faults.writes_before_failure = -1;
+  ASSERT_TRUE(session_.Execute("U"));
+  EXPECT_EQ(Saved("undone.dxf"), before);
 }
 
 }  // namespace
