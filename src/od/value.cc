@@ -6,6 +6,7 @@
 #include <system_error>
 #include <utility>
 
+#include "od/fixed_format.h"
 #include "od/text.h"
 
 namespace veltor::od {
@@ -16,8 +17,12 @@ constexpr int kMaxPrecision = 1074;
 // Sign, 309 integer digits of DBL_MAX, point, and some slack.
 constexpr int kFixedOverhead = 320;
 
-// std::to_chars does not consult the locale, so "." is always the separator.
+// std::to_chars does not consult the locale, so "." is always the separator. A toolset
+// without its fixed-precision overload takes the exact expansion of fixed_format.h instead.
 std::string FormatFixed(double number, int precision) {
+#if !VELTOR_HAS_FIXED_TO_CHARS
+  return FormatFixedExact(number, precision);
+#else
   if (std::isnan(number)) return std::signbit(number) ? "-nan" : "nan";
   if (std::isinf(number)) return number < 0 ? "-inf" : "inf";
   std::string out(static_cast<std::size_t>(precision + kFixedOverhead), '\0');
@@ -25,6 +30,7 @@ std::string FormatFixed(double number, int precision) {
                                     std::chars_format::fixed, precision);
   out.resize(result.ec == std::errc() ? static_cast<std::size_t>(result.ptr - out.data()) : 0);
   return out;
+#endif
 }
 
 // "3.000000000000" -> "3.0", "2.500000000000" -> "2.5"; text without "." is unchanged.
