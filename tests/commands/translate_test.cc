@@ -237,6 +237,21 @@ TEST_F(TranslateTest, WithOnlyAFieldFileBothUpdatedLinesArePrinted) {
             "Updated 1 columns\n");
 }
 
+// An entity's records are written back by their position, whether every table has an alias
+// (all records read at once) or only some (the others' records are not read).
+TEST_F(TranslateTest, EachRecordIsWrittenBackInItsOwnPlace) {
+  od::EntityId both = AddPoint();
+  AttachValues(both, "Pipes", {Value::Character("service"), Value::Integer(5)});
+  AttachValues(both, "Roads", {Value::Character("x"), Value::Character("service"), Value::Integer(1),
+                               Value::Real(0), Value::Point({})});
+  (void)Translate("", "", File("some.txt", "CLASS\tservice\tlocal\n"));
+  EXPECT_EQ(Records(both), (std::vector<std::string>{
+                               "Pipes[service|5]", "Roads[x|local|1|0.0|0.000000,0.000000,0.000000]"}));
+  (void)Translate("", "", File("every.txt", "local\tlane\nPipes\tDIAMETER\t5\t6\n"));
+  EXPECT_EQ(Records(both), (std::vector<std::string>{
+                               "Pipes[service|6]", "Roads[x|lane|1|0.0|0.000000,0.000000,0.000000]"}));
+}
+
 // --- value conversions -----------------------------------------------------------------------------
 
 TEST_F(TranslateTest, NewTextsAreReadByTheColumnsType) {

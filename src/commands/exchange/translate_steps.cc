@@ -10,12 +10,16 @@ namespace veltor::commands {
 
 namespace {
 
+// A value map for lookups only: the values step looks up every value of the drawing, and
+// exact equality is all it needs of the ordered keys.
+using LookupMap = std::unordered_map<std::string, std::string>;
+
 // The value maps that apply to one column of one table, most specific first; null where a
 // map has nothing for the column.
 struct ColumnMaps {
-  const AliasMap* per_table = nullptr;
-  const AliasMap* per_field = nullptr;
-  const AliasMap* global = nullptr;
+  const LookupMap* per_table = nullptr;
+  const LookupMap* per_field = nullptr;
+  const LookupMap* global = nullptr;
 
   bool Any() const { return per_table || per_field || global; }
 };
@@ -25,8 +29,6 @@ const typename Map::mapped_type* Under(const Map& map, const std::string& key) {
   auto at = map.find(key);
   return at == map.end() ? nullptr : &at->second;
 }
-
-const AliasMap* NonEmpty(const AliasMap* map) { return map && !map->empty() ? map : nullptr; }
 
 // The maps of each column of a table, found once per table.
 class ValueMapsByTable {
@@ -42,7 +44,7 @@ class ValueMapsByTable {
   }
 
  private:
-  std::vector<ColumnMaps> Build(const std::string& table) const {
+  std::vector<ColumnMaps> Build(const std::string& table) {
     Result<od::TableDefinition> definition = container_.GetTable(table);
     if (!definition.ok()) return {};
     const AliasesBy<AliasMap>* fields_of_table = Under(maps_.table_field_values, table);
@@ -50,9 +52,9 @@ class ValueMapsByTable {
     bool any = false;
     for (const od::ColumnDefinition& column : definition->columns) {
       ColumnMaps maps;
-      if (fields_of_table) maps.per_table = NonEmpty(Under(*fields_of_table, column.name));
-      maps.per_field = NonEmpty(Under(maps_.field_values, column.name));
-      maps.global = NonEmpty(&maps_.values);
+      if (fields_of_table) maps.per_table = Lookup(Under(*fields_of_table, column.name));
+      maps.per_field = Lookup(Under(maps_.field_values, column.name));
+      maps.global = Lookup(&maps_.values);
       any = any || maps.Any();
       columns.push_back(maps);
     }
@@ -60,14 +62,23 @@ class ValueMapsByTable {
     return columns;
   }
 
+  // The lookup copy of `map`, made once; null for a missing or empty map.
+  const LookupMap* Lookup(const AliasMap* map) {
+    if (!map || map->empty()) return nullptr;
+    auto [at, added] = lookups_.try_emplace(map);
+    if (added) at->second.insert(map->begin(), map->end());
+    return &at->second;
+  }
+
   const od::ObjectDataContainer& container_;
   const AliasMaps& maps_;
   std::unordered_map<std::string, std::vector<ColumnMaps>> by_table_;
+  std::unordered_map<const AliasMap*, LookupMap> lookups_;
 };
 
 // The alias of `text` in the first map whose alias differs from it; null when none does.
 const std::string* NewText(const ColumnMaps& maps, const std::string& text) {
-  for (const AliasMap* map : {maps.per_table, maps.per_field, maps.global}) {
+  for (const LookupMap* map : {maps.per_table, maps.per_field, maps.global}) {
     if (!map) continue;
     auto at = map->find(text);
     if (at != map->end() && at->second != text) return &at->second;
@@ -148,13 +159,25 @@ ValuesStepResult TranslateValues(od::ObjectDataContainer& container, const od::E
                                  const AliasMaps& maps) {
   ValuesStepResult result;
   ValueMapsByTable columns_of(container, maps);
+  const std::vector<std::string> tables = container.TableNames();
+  bool every_table = true;
+  for (const std::string& table : tables) every_table = every_table && !columns_of.Of(table).empty();
   for (od::EntityId entity : entities) {
-    od::RecordNames names = container.ReadRecordNames(entity);
-    result.skipped += names.damaged;
-    bool applies = false;
-    for (const std::string& table : names.tables) applies = applies || !columns_of.Of(table).empty();
-    if (!applies) continue;
-    std::vector<od::Record> records = container.Records(entity);
+    std::vector<od::Record> records;
+    if (every_table) {
+      // Every record is looked at: read them all with the damaged count in one pass.
+      size_t damaged = 0;
+      records = container.RecordsOf(entity, tables, damaged);
+      result.skipped += damaged;
+    } else {
+      // Most records are of tables no map applies to: their names are read first.
+      od::RecordNames names = container.ReadRecordNames(entity);
+      result.skipped += names.damaged;
+      bool applies = false;
+      for (const std::string& table : names.tables) applies = applies || !columns_of.Of(table).empty();
+      if (applies) records = container.Records(entity);
+    }
+    // A record's index is its position among the entity's readable records.
     for (size_t i = 0; i < records.size(); ++i)
       if (TranslateRecord(records[i], columns_of.Of(records[i].table)))
         result.records.Count(container.UpdateRecord(entity, i, records[i]));
