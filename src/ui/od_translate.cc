@@ -21,15 +21,14 @@ ODTranslate::ODTranslate(od::UiHost& ui)
 }
 
 void ODTranslate::ChooseFile(int button, std::string& path) {
-  const od::Control* control = Find(button);
-  // The dialog's title is the file's kind, also once a path has replaced the caption.
+  // The file dialog is titled by the file's kind, also once a path has replaced the caption.
   int title = button == kTableFileButton   ? od::kStrTableAliasFile
               : button == kFieldFileButton ? od::kStrFieldAliasFile
                                            : od::kStrValueAliasFile;
   std::optional<std::string> chosen = ui_.OpenFileDialog(od::Str(title), od::Str(od::kStrTextFilter));
-  if (!chosen || !control) return;
+  if (!chosen) return;
   path = *chosen;
-  Find(button)->label = path;
+  if (od::Control* control = Find(button)) control->label = path;
 }
 
 std::optional<od::DialogResult> ODTranslate::OnButton(int button_id) {
