@@ -1,7 +1,9 @@
 // A user interface for benchmarks: every dialog is answered by one function, message boxes by
-// one fixed answer, file dialogs are cancelled.
+// one fixed answer, file dialogs to open by the paths queued (cancelled when none is left),
+// file dialogs to save are cancelled.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <optional>
 #include <string>
@@ -28,8 +30,13 @@ class AnsweringUi : public od::UiHost {
     return message_answer_;
   }
   std::optional<std::string> OpenFileDialog(const std::string&, const std::string&) override {
-    return std::nullopt;
+    if (files_.empty()) return std::nullopt;
+    std::string path = std::move(files_.front());
+    files_.pop_front();
+    return path;
   }
+  // The answer of the next file dialog to open.
+  void NextFile(std::string path) { files_.push_back(std::move(path)); }
   std::optional<std::string> SaveFileDialog(const std::string&, const std::string&,
                                             const std::string&) override {
     return std::nullopt;
@@ -46,6 +53,7 @@ class AnsweringUi : public od::UiHost {
  private:
   DialogAnswer answer_;
   od::MessageAnswer message_answer_;
+  std::deque<std::string> files_;
 };
 
 }  // namespace veltor::bench

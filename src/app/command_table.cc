@@ -22,6 +22,7 @@
 #include "commands/exchange/explication_command.h"
 #include "commands/exchange/load_definition.h"
 #include "commands/exchange/stat_command.h"
+#include "commands/exchange/translate_command.h"
 #include "commands/select/find_by_od.h"
 #include "commands/select/find_with_tables.h"
 #include "commands/select/point_select.h"
@@ -84,6 +85,7 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_STAT", commands::Stat},
       {"VELTOR_LOAD_DEFINITION", commands::LoadDefinition},
       {"VELTOR_EXPL", commands::Explication},
+      {"VELTOR_TRANSLATE", commands::Translate},
       {"VELTOR_LOAD_ATTRS", commands::LoadAttrs},
       {"VELTOR_STORE_ATTRS", commands::StoreAttrs},
       {"VELTOR_ATTR_TEMPLATE", commands::AttrTemplate},

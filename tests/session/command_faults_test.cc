@@ -69,6 +69,13 @@ const std::vector<CommandRun>& Commands() {
       {"VELTOR_LOAD_ATTRS", {VELTOR_SOURCE_DIR "/tests/data/attribute_map.txt", "ALL", ""}, false, true},
       {"VELTOR_STORE_ATTRS", {VELTOR_SOURCE_DIR "/tests/data/attribute_map.txt", "ALL", ""}, false, true},
       {"VELTOR_ATTR_TEMPLATE", {"ALL", ""}, false},
+      // The dialog's file buttons, then the direction: table Spare renamed, T's NAME renamed
+      // and its values "a" replaced.
+      {"VELTOR_TRANSLATE",
+       {"t", VELTOR_SOURCE_DIR "/tests/data/translate_tables.txt", "f",
+        VELTOR_SOURCE_DIR "/tests/data/translate_fields.txt", "v",
+        VELTOR_SOURCE_DIR "/tests/data/translate_values.txt", "Name -->"},
+       true, true, true},
   };
   return runs;
 }

@@ -1,6 +1,7 @@
 // Every real drawing takes the session's everyday work without a crash: selection of all,
-// LIST, the presence queries, a new table, a record attached to every entity, a save that
-// reads back with the records in place, and then the commands that copy records from a
+// LIST, the presence queries, a new table, a record attached to every entity, its names and
+// values translated to aliases and back, a save that reads back with the records in place,
+// and then the commands that copy records from a
 // reference, attach and detach them through their dialog, add values between fields and
 // tables, and fill columns from geometry, numbering and texts; the statistics, definitions
 // loaded from the drawing's own file, the explication report, and every table shown, sorted
@@ -74,6 +75,38 @@ class CorpusSession : public ::testing::TestWithParam<std::string> {
     std::ofstream(path, std::ios::binary) << text;
   }
 
+  // The drawing's bytes as saved now.
+  std::string SavedBytes(const std::string& path) {
+    Status written = session_.active()->doc->Save(path);
+    EXPECT_TRUE(written.ok()) << written.message();
+    std::ifstream in(path, std::ios::binary);
+    std::stringstream bytes;
+    bytes << in.rdbuf();
+    return bytes.str();
+  }
+
+  // VELTOR_TRANSLATE renames CorpusCheck, its NAME (`columns`: 1, or 0 where there is no
+  // such table) and the value "road" (on `attached` records) to aliases and back: the drawing
+  // then saves exactly as before.
+  void ExpectTranslationRoundTrip(int attached, int columns = 1) {
+    veltor::testing::ScratchDir dir;
+    const std::string before = SavedBytes(dir.File("before.dxf"));
+    const std::string tables = dir.File("tables.txt"), fields = dir.File("fields.txt"),
+                      values = dir.File("values.txt");
+    std::ofstream(tables, std::ios::binary) << "CorpusCheck\tCorpusAlias\n";
+    std::ofstream(fields, std::ios::binary) << "CorpusCheck\tNAME\tTITLE\n";
+    std::ofstream(values, std::ios::binary) << "CorpusCheck\tNAME\troad\tstreet\n";
+    for (const char* direction : {"Name -->", "Name <--"}) {
+      size_t from = out_.size();
+      Run("VELTOR_TRANSLATE", {"t", tables, "f", fields, "v", values, direction});
+      EXPECT_NE(out_.find("Updated " + std::to_string(attached) + " records with new values\n", from),
+                std::string::npos) << Tail();
+      EXPECT_NE(out_.find("Updated " + std::to_string(columns) + " columns\n", from), std::string::npos)
+          << Tail();
+    }
+    EXPECT_EQ(SavedBytes(dir.File("after.dxf")), before);
+  }
+
   std::string Tail() const { return out_.size() > 2000 ? out_.substr(out_.size() - 2000) : out_; }
 
   // The number in "Attached a record of T to N objects." (-1 when not printed).
@@ -116,6 +149,8 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     session_.SetInput(input_.get());
     session_.Execute("ODTABLE");
     EXPECT_FALSE(session_.active()->doc->modified());
+    ExpectTranslationRoundTrip(0, 0);
+    EXPECT_FALSE(session_.active()->doc->modified());
     return;
   }
   Run("ODTABLE", {"New", "CorpusCheck", "", "NAME", "Character", "none", "", "N", "Integer", "0",
@@ -130,6 +165,7 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   int attached = AttachedCount();
   if (session_.active()->database.ModelSpaceEntities().empty()) attached = 0;
   ASSERT_GE(attached, 0) << Tail();
+  ExpectTranslationRoundTrip(attached);
 
   veltor::testing::ScratchDir scratch;
   const std::string saved = scratch.File("saved.dxf");
