@@ -78,13 +78,15 @@ bool WriteBackValue(od::ObjectDataContainer& container, od::EntityId entity,
   return container.UpdateRecord(entity, match->index, changed).ok();
 }
 
-bool RemoveMatchingRecord(od::ObjectDataContainer& container, od::EntityId entity,
-                          const std::string& table, const NamedValues& before) {
+RemoveOutcome RemoveMatchingRecord(od::ObjectDataContainer& container, od::EntityId entity,
+                                   const std::string& table, const NamedValues& before) {
   Result<od::TableDefinition> definition = container.GetTable(table);
-  if (!definition.ok()) return false;
+  if (!definition.ok()) return RemoveOutcome::kFailed;
   std::vector<IndexedRecord> records = TableRecordsOf(container, entity, table);
   const IndexedRecord* match = FindMatching(*definition, records, before);
-  return match && container.RemoveRecord(entity, match->index).ok();
+  if (!match) return RemoveOutcome::kNoMatch;
+  return container.RemoveRecord(entity, match->index).ok() ? RemoveOutcome::kRemoved
+                                                           : RemoveOutcome::kFailed;
 }
 
 }  // namespace veltor::ui

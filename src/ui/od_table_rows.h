@@ -50,8 +50,11 @@ bool WriteBackValue(od::ObjectDataContainer& container, od::EntityId entity,
                     const std::string& table, size_t column, const od::Value& value,
                     const NamedValues& before);
 
+enum class RemoveOutcome { kRemoved, kNoMatch, kFailed };
+
 // Detaches the first record of `table` on `entity` whose every named value equals `before`.
-bool RemoveMatchingRecord(od::ObjectDataContainer& container, od::EntityId entity,
+// kFailed when the table cannot be read or the host refuses the removal.
+RemoveOutcome RemoveMatchingRecord(od::ObjectDataContainer& container, od::EntityId entity,
                           const std::string& table, const NamedValues& before);
 
 }  // namespace veltor::ui

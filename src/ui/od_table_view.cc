@@ -308,16 +308,16 @@ void OdTableView::DeleteSelectedRows() {
   // Every row's values are read before the first record goes.
   std::vector<NamedValues> befores;
   for (size_t row : selected) befores.push_back(BeforeValues(rows_[row]));
-  size_t removed = 0;
+  bool refused = true;  // stays so when the drawing could not be locked
   WriteLocked([&](od::ObjectDataContainer& container) {
-    for (const NamedValues& before : befores) {
-      bool gone = false;
+    refused = false;
+    for (const NamedValues& before : befores)
       for (od::EntityId entity : entities)
-        gone = RemoveMatchingRecord(container, entity, current_table_, before) || gone;
-      removed += gone ? 1 : 0;
-    }
+        if (RemoveMatchingRecord(container, entity, current_table_, before) ==
+            RemoveOutcome::kFailed)
+          refused = true;
   });
-  if (removed < selected.size()) {
+  if (refused) {
     // A record the drawing kept (a refused write or lock) keeps its row: the grid shows what
     // the drawing holds.
     Reload(false);
