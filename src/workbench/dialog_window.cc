@@ -26,6 +26,8 @@ QString Q(const std::string& text) { return QString::fromStdString(text); }
 
 // Dialog units are about two pixels on a common screen.
 constexpr int kPixelsPerUnit = 2;
+// A dialog opens no larger than this (the user may make it larger).
+const QSize kLargest(1100, 800);
 
 }  // namespace
 
@@ -84,8 +86,8 @@ void DialogWindow::Build() {
   layout->addLayout(buttons);
   const od::DialogSize size = model_.size();
   if (size.width > 0 && size.height > 0)
-    resize(std::max(size.width * kPixelsPerUnit, sizeHint().width()),
-           std::max(size.height * kPixelsPerUnit, sizeHint().height()));
+    resize(std::clamp(size.width * kPixelsPerUnit, sizeHint().width(), kLargest.width()),
+           std::clamp(size.height * kPixelsPerUnit, sizeHint().height(), kLargest.height()));
 }
 
 QWidget* DialogWindow::BuildControl(const Control& control, QWidget* parent) {
