@@ -15,6 +15,7 @@
 #include <QTimer>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <cmath>
 #include <cstdio>
 #include <unordered_set>
 
@@ -43,10 +44,12 @@ std::string BaseName(const std::string& path) {
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-// A point as the command line reads it ("x,y"), with "." as the decimal separator.
-std::string PointText(geom::Vec2 p) {
-  char text[80];
-  std::snprintf(text, sizeof text, "%.12g,%.12g", p.x, p.y);
+// A point as the command line reads it ("x,y", "." as the decimal separator), with as many
+// decimals as a tenth of a pixel at `scale` (pixels per drawing unit) needs.
+std::string PointText(geom::Vec2 p, double scale) {
+  const int decimals = std::clamp(static_cast<int>(std::ceil(std::log10(scale * 10.0))), 0, 12);
+  char text[160];
+  std::snprintf(text, sizeof text, "%.*f,%.*f", decimals, p.x, decimals, p.y);
   return text;
 }
 
@@ -421,7 +424,7 @@ void MainWindow::ViewClicked(geom::Vec2 world, od::EntityId picked, bool shift) 
   if (input_->waiting()) {
     const std::string& prompt = input_->prompt();
     if (Contains(prompt, "point") || Contains(prompt, "corner")) {
-      driver_->Type(PointText(world));
+      driver_->Type(PointText(world, view_->scale()));
     } else if (picked != od::kNullId && !(picked & session::kRecordIdFlag)) {
       driver_->Type(dxf::FormatHandle(picked));
     }
@@ -435,7 +438,7 @@ void MainWindow::ViewWindow(geom::Vec2 first, geom::Vec2 second, bool crossing, 
   if (input_->waiting()) {
     // A selection prompt takes the window in the syntax typed at it: W or C, two corners.
     if (Contains(input_->prompt(), "objects"))
-      input_->SubmitAll({crossing ? "C" : "W", PointText(first), PointText(second)});
+      input_->SubmitAll({crossing ? "C" : "W", PointText(first, view_->scale()), PointText(second, view_->scale())});
     return;
   }
   const DisplayList* list = view_->list();
