@@ -18,6 +18,13 @@ namespace {
 // The history keeps this many lines; older ones scroll away for good.
 constexpr int kHistoryLines = 5000;
 
+// A history that asks for a few lines' height, leaving the window's height to the drawing.
+class HistoryView : public QPlainTextEdit {
+ public:
+  using QPlainTextEdit::QPlainTextEdit;
+  QSize sizeHint() const override { return {600, 7 * fontMetrics().lineSpacing()}; }
+};
+
 }  // namespace
 
 CommandLineDock::CommandLineDock(CommandDriver& driver, QWidget* parent)
@@ -26,7 +33,7 @@ CommandLineDock::CommandLineDock(CommandDriver& driver, QWidget* parent)
   auto* body = new QWidget(this);
   auto* layout = new QVBoxLayout(body);
   layout->setContentsMargins(2, 2, 2, 2);
-  history_ = new QPlainTextEdit(body);
+  history_ = new HistoryView(body);
   history_->setObjectName("history");
   history_->setReadOnly(true);
   history_->setMaximumBlockCount(kHistoryLines);

@@ -111,7 +111,6 @@ MainWindow::MainWindow() {
   ShowStartPalette();
   BuildMenus();
   statusBar();
-  resizeDocks({command_line_}, {170}, Qt::Vertical);
   resizeDocks({palette_dock_}, {290}, Qt::Horizontal);
 
   connect(input_.get(), &LineInput::PromptChanged, command_line_, &CommandLineDock::ShowPrompt);
@@ -175,11 +174,20 @@ void MainWindow::ShowStartPalette() {
 }
 
 bool MainWindow::ShowPalette(od::Palette& palette) {
-  // The dock shows the same tree as the module's palette: the tree is the module's one menu.
-  if (!dynamic_cast<ui::CommandPalette*>(&palette)) return false;
-  palette_dock_->show();
-  palette_dock_->raise();
+  QDockWidget* dock = DockFor(palette);
+  if (!dock) return false;
+  dock->show();
+  dock->raise();
   return true;
+}
+
+QDockWidget* MainWindow::DockFor(od::Palette& palette) {
+  // The command palette's dock shows the module's one menu tree, so the dock made at start
+  // serves the module's palette object too.
+  if (dynamic_cast<ui::CommandPalette*>(&palette)) return palette_dock_;
+  // Other palette models get a dock of their own here, created on first use and kept (the
+  // OD table palette: a dock over a QAbstractTableModel on its view model).
+  return nullptr;
 }
 
 void MainWindow::RunLabel(const std::string& label) {

@@ -15,6 +15,7 @@
 #include "ui/command_palette.h"
 #include "workbench/display_list.h"
 
+class QDockWidget;
 class QMenu;
 class QTabBar;
 
@@ -71,6 +72,8 @@ class MainWindow : public QMainWindow {
   void BuildMenus();
   void ShowStartPalette();
   bool ShowPalette(od::Palette& palette);
+  // The dock that renders `palette`, or nullptr for a palette the workbench cannot show.
+  QDockWidget* DockFor(od::Palette& palette);
   void RunLabel(const std::string& label);
   void Print(std::string_view text);
   void TabChosen(int index);
