@@ -33,7 +33,8 @@ uint32_t HueColor(int index) {
     case 4: r = rising, g = low, b = v; break;
     default: r = v, g = low, b = falling; break;
   }
-  auto c = [](double x) { return std::clamp(static_cast<int>(std::lround(x)), 0, 255); };
+  // Truncated, as the palette's published values are (index 11 is FF7F7F).
+  auto c = [](double x) { return std::clamp(static_cast<int>(x), 0, 255); };
   return Rgb(c(r), c(g), c(b));
 }
 

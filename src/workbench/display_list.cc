@@ -88,7 +88,9 @@ DisplayList DisplayList::Build(const model::Document& doc) {
     item.shapes = shapes.Of(id);
     if (item.shapes.empty()) continue;
     for (const Shape& shape : item.shapes) item.box.Add(BoxOf(shape));
-    if (!item.box.valid()) continue;
+    // Numbers a file got wrong (infinite, not a number) give nothing to draw or index.
+    const geom::Vec3 size = item.box.Size();
+    if (!item.box.valid() || !std::isfinite(size.x) || !std::isfinite(size.y)) continue;
     item.id = session::IdOf(doc, id);
     list.extents_.Add(item.box);
     entries.emplace_back(list.items_.size(), item.box);

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
+#include <unordered_map>
 
 #include "drawing/geometry/text_box.h"
 
@@ -24,6 +25,10 @@ constexpr double kSmallestText = 3.0;
 constexpr double kLargestText = 4000.0;
 
 QColor ColorOf(uint32_t rgb) { return QColor::fromRgb(rgb); }
+
+// Pen keys beside the 24-bit colours: none set yet, and the highlight's dashed pen.
+constexpr uint32_t kNoPen = 0xFF000000;
+constexpr uint32_t kHighlightPen = 0xFE000000;
 
 }  // namespace
 
@@ -88,14 +93,28 @@ void DrawingView::paintEvent(QPaintEvent*) {
   const geom::Extents window({a.x, a.y, 0}, {b.x, b.y, 0});
   const std::vector<size_t> visible = list_->Visible(window);
   std::vector<const DisplayItem*> highlighted;
+  // Entities smaller than a pixel are gathered by colour and drawn as dots in one call each.
+  std::unordered_map<uint32_t, QPolygonF> dots;
+  pen_rgb_ = kNoPen;
   for (size_t index : visible) {
     const DisplayItem& item = list_->items()[index];
     if (highlighted_.count(item.id)) {
       highlighted.push_back(&item);
       continue;
     }
+    const double w = (item.box.max().x - item.box.min().x) * scale_;
+    const double h = (item.box.max().y - item.box.min().y) * scale_;
+    if (w < 1.0 && h < 1.0) {
+      dots[item.shapes.front().rgb].append(ToPixel({item.box.min().x, item.box.min().y}));
+      continue;
+    }
     PaintItem(painter, item, false);
   }
+  for (const auto& [rgb, points] : dots) {
+    painter.setPen(ColorOf(rgb));
+    painter.drawPoints(points);
+  }
+  pen_rgb_ = kNoPen;
   // The selection is drawn last, over what it may share pixels with.
   for (const DisplayItem* item : highlighted) PaintItem(painter, *item, true);
 
@@ -113,23 +132,20 @@ void DrawingView::paintEvent(QPaintEvent*) {
 }
 
 void DrawingView::PaintItem(QPainter& painter, const DisplayItem& item, bool highlighted) {
-  const double w = (item.box.max().x - item.box.min().x) * scale_;
-  const double h = (item.box.max().y - item.box.min().y) * scale_;
   painter.setBrush(Qt::NoBrush);
-  // An entity smaller than a pixel shows as one dot.
-  if (w < 1.0 && h < 1.0 && !highlighted) {
-    painter.setPen(ColorOf(item.shapes.front().rgb));
-    painter.drawPoint(ToPixel({item.box.min().x, item.box.min().y}));
-    return;
-  }
   QPolygonF polygon;
   for (const Shape& shape : item.shapes) {
-    QPen pen(highlighted ? kHighlight : ColorOf(shape.rgb));
-    if (highlighted) {
-      pen.setWidth(2);
-      pen.setStyle(Qt::DashLine);
+    // Pens change only where the colour does (most neighbours share a layer's colour).
+    const uint32_t rgb = highlighted ? kHighlightPen : shape.rgb;
+    if (rgb != pen_rgb_) {
+      QPen pen(highlighted ? kHighlight : ColorOf(shape.rgb));
+      if (highlighted) {
+        pen.setWidth(2);
+        pen.setStyle(Qt::DashLine);
+      }
+      painter.setPen(pen);
+      pen_rgb_ = rgb;
     }
-    painter.setPen(pen);
     switch (shape.kind) {
       case Shape::Kind::kPath: {
         polygon.clear();
@@ -147,8 +163,9 @@ void DrawingView::PaintItem(QPainter& painter, const DisplayItem& item, bool hig
       }
       case Shape::Kind::kText: {
         const double pixels = shape.height * scale_;
-        if (pixels < kSmallestText || pixels > kLargestText || shape.points.empty()) break;
+        if (!(pixels >= kSmallestText && pixels <= kLargestText) || shape.points.empty()) break;
         painter.save();
+        pen_rgb_ = kNoPen;
         painter.translate(ToPixel(shape.points.front()));
         painter.rotate(-shape.rotation * 180.0 / M_PI);
         QFont font = painter.font();

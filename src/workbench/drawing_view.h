@@ -70,6 +70,7 @@ class DrawingView : public QWidget {
   geom::Vec2 center_{0, 0};  // world point at the widget's centre
   double scale_ = 1.0;
   bool fit_pending_ = false;
+  uint32_t pen_rgb_ = 0;  // the colour of the painter's pen while painting (see PaintItem)
   // Mouse state.
   bool panning_ = false;
   bool dragging_ = false;

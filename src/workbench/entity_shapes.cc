@@ -22,6 +22,9 @@ namespace {
 constexpr int kPrecision = 12;
 // Blocks nested deeper than this are not drawn (a drawing may nest them without end).
 constexpr int kMaxDepth = 16;
+// One entity draws at most this many shapes: blocks of blocks multiply, and a drawing must
+// not be able to exhaust memory that way.
+constexpr size_t kMaxShapes = 1000000;
 
 using geom::Vec2;
 using geom::Vec3;
@@ -240,6 +243,7 @@ void EntityShapes::CollectInsert(RecordId entity, int depth, std::vector<Styled>
     RecordId begin = model::FindBlockBegin(doc_, name);
     if (begin != model::kNoRecord) ref.base_point = RecordTags(doc_, begin).Point(10);
     const geom::Matrix3d m = geom::BlockTransform(ref);
+    if (out.size() + block.size() > kMaxShapes) return;
     for (const Styled& s : block) {
       Styled copy = s;
       Transform(copy.shape, m);

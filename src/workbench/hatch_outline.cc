@@ -1,5 +1,6 @@
 #include "workbench/hatch_outline.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "drawing/geometry/bulge.h"
@@ -56,11 +57,14 @@ Shape Path(std::vector<Vec2> points, bool closed) {
 // mirrored, so they are walked on the mirrored angles.
 std::vector<Vec2> ArcPoints(Vec2 center, Vec2 major, double ratio, double start, double end,
                             bool ccw, int precision) {
+  if (!std::isfinite(start) || !std::isfinite(end)) return {};
   if (!ccw) {
     start = -start;
     end = -end;
     std::swap(start, end);
   }
+  start = std::fmod(start, 2 * M_PI);
+  end = std::fmod(end, 2 * M_PI);
   while (end <= start) end += 2 * M_PI;
   const int segments = geom::ArcSegmentCount(end - start, precision);
   const Vec2 minor{-major.y * ratio, major.x * ratio};

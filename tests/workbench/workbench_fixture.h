@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
 #include <QTimer>
@@ -36,6 +37,16 @@ class WorkbenchTest : public testing::Test {
       if (!box) return;
       *text = box->text().toStdString();
       box->done(QMessageBox::Ok);
+    });
+  }
+
+  // Presses `button` in the next message box shown, keeping its text in `text`.
+  static void PressInMessageBox(QMessageBox::StandardButton button, std::string* text) {
+    Later([button, text] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (!box || !box->button(button)) return;
+      *text = box->text().toStdString();
+      box->button(button)->click();
     });
   }
 
