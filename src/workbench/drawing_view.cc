@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QPixmap>
 #include <QPolygonF>
 #include <QWheelEvent>
 #include <algorithm>
@@ -45,12 +46,12 @@ void DrawingView::SetList(const DisplayList* list, bool fit) {
     if (width() > 0 && height() > 0 && isVisible()) ZoomExtents();
     else fit_pending_ = true;
   }
-  update();
+  Invalidate();
 }
 
 void DrawingView::SetHighlighted(const od::EntityList& ids) {
   highlighted_ = std::unordered_set<od::EntityId>(ids.begin(), ids.end());
-  update();
+  Invalidate();
 }
 
 void DrawingView::ZoomExtents() {
@@ -67,7 +68,7 @@ void DrawingView::ZoomTo(const geom::Extents& box) {
     scale_ = std::min(sx, sy) * 0.95;
   }
   center_ = {(box.min().x + box.max().x) / 2, (box.min().y + box.max().y) / 2};
-  update();
+  Invalidate();
 }
 
 geom::Vec2 DrawingView::ToWorld(QPointF pixel) const {
@@ -83,10 +84,15 @@ QPointF DrawingView::ToPixel(geom::Vec2 world) const {
 void DrawingView::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   if (fit_pending_) ZoomExtents();
+  Invalidate();
 }
 
-void DrawingView::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
+void DrawingView::Invalidate() {
+  dirty_ = true;
+  update();
+}
+
+void DrawingView::Render(QPainter& painter) {
   painter.fillRect(rect(), kBackground);
   if (!list_) return;
   const geom::Vec2 a = ToWorld(QPointF(0, height())), b = ToWorld(QPointF(width(), 0));
@@ -117,7 +123,23 @@ void DrawingView::paintEvent(QPaintEvent*) {
   pen_rgb_ = kNoPen;
   // The selection is drawn last, over what it may share pixels with.
   for (const DisplayItem* item : highlighted) PaintItem(painter, *item, true);
+}
 
+void DrawingView::paintEvent(QPaintEvent*) {
+  // The drawing is rendered into a picture once per change of view or content; panning and
+  // the selection band only move or overlay that picture.
+  const qreal ratio = devicePixelRatioF();
+  if (dirty_ || cache_.size() != size() * ratio) {
+    cache_ = QPixmap(size() * ratio);
+    cache_.setDevicePixelRatio(ratio);
+    QPainter render(&cache_);
+    Render(render);
+    dirty_ = false;
+    pan_offset_ = QPoint();
+  }
+  QPainter painter(this);
+  if (!pan_offset_.isNull()) painter.fillRect(rect(), kBackground);
+  painter.drawPixmap(pan_offset_, cache_);
   if (dragging_) {
     const QRect band = QRect(press_at_, last_at_).normalized();
     const bool crossing = last_at_.x() < press_at_.x() && !zoom_window_next_;
@@ -206,6 +228,7 @@ void DrawingView::mouseMoveEvent(QMouseEvent* event) {
     const QPoint delta = event->pos() - last_at_;
     center_.x -= delta.x() / scale_;
     center_.y += delta.y() / scale_;
+    pan_offset_ += delta;
     last_at_ = event->pos();
     update();
     return;
@@ -221,6 +244,7 @@ void DrawingView::mouseReleaseEvent(QMouseEvent* event) {
   if (event->button() == Qt::MiddleButton) {
     panning_ = false;
     unsetCursor();
+    Invalidate();
     return;
   }
   if (event->button() != Qt::LeftButton) return;
@@ -256,7 +280,7 @@ void DrawingView::wheelEvent(QWheelEvent* event) {
   // Keep the world point under the cursor where it is.
   center_ = {anchor.x - (at.x() - width() / 2.0) / scale_,
              anchor.y + (at.y() - height() / 2.0) / scale_};
-  update();
+  Invalidate();
 }
 
 void DrawingView::keyPressEvent(QKeyEvent* event) {

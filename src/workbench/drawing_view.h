@@ -6,6 +6,7 @@
 // that meet it). What a selection means is the owner's business: the view only reports it.
 #pragma once
 
+#include <QPixmap>
 #include <QPoint>
 #include <QWidget>
 #include <unordered_set>
@@ -14,6 +15,8 @@
 #include "drawing/geometry/vec.h"
 #include "od/ids.h"
 #include "workbench/display_list.h"
+
+class QPainter;
 
 namespace veltor::workbench {
 
@@ -62,7 +65,11 @@ class DrawingView : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
-  void PaintItem(class QPainter& painter, const DisplayItem& item, bool highlighted);
+  // Draws the visible part of the list (culled by its R-tree) with the current view.
+  void Render(QPainter& painter);
+  void PaintItem(QPainter& painter, const DisplayItem& item, bool highlighted);
+  // The view or the content changed: render again at the next paint.
+  void Invalidate();
   void EndDrag(QPoint at, bool shift);
 
   const DisplayList* list_ = nullptr;
@@ -70,7 +77,10 @@ class DrawingView : public QWidget {
   geom::Vec2 center_{0, 0};  // world point at the widget's centre
   double scale_ = 1.0;
   bool fit_pending_ = false;
-  uint32_t pen_rgb_ = 0;  // the colour of the painter's pen while painting (see PaintItem)
+  uint32_t pen_rgb_ = 0;
+  QPixmap cache_;        // the drawing as last rendered
+  bool dirty_ = true;    // cache_ must be rendered again
+  QPoint pan_offset_;    // how far cache_ has been dragged since it was rendered  // the colour of the painter's pen while painting (see PaintItem)
   // Mouse state.
   bool panning_ = false;
   bool dragging_ = false;

@@ -1,6 +1,7 @@
 // Picking and window selection in the drawing view on a drawing with known coordinates: at
 // "Command: " they set the session's pickfirst set, at a selection prompt they answer it.
 #include <QMouseEvent>
+#include <QWheelEvent>
 #include <QTabBar>
 
 #include "drawing/model/entity.h"
@@ -112,6 +113,32 @@ TEST_F(DrawingViewTest, AtASelectionPromptTheViewAnswersWithTheSelectionSyntax) 
             std::string::npos)
       << history;
   EXPECT_EQ(Pickfirst(), (EntityList{lower_, circle_}));
+}
+
+TEST_F(DrawingViewTest, TheWheelZoomsAboutTheCursorAndAZoomWindowFillsTheView) {
+  const geom::Vec2 anchor{50, 45};
+  const QPointF at = view().ToPixel(anchor);
+  const double before = view().scale();
+  QWheelEvent wheel(at, view().mapToGlobal(at), QPoint(), QPoint(0, 120), Qt::NoButton, Qt::NoModifier,
+                    Qt::NoScrollPhase, false);
+  QApplication::sendEvent(&view(), &wheel);
+  EXPECT_GT(view().scale(), before);
+  const geom::Vec2 still = view().ToWorld(at);
+  EXPECT_NEAR(still.x, anchor.x, 1e-9);
+  EXPECT_NEAR(still.y, anchor.y, 1e-9);
+
+  view().StartZoomWindow();
+  Drag({40, 40}, {60, 60});
+  // The window now fills the view along its tighter side, centred (to the pixel the mouse
+  // was on); nothing was selected.
+  const geom::Vec2 center = view().ToWorld(QPointF(view().width() / 2.0, view().height() / 2.0));
+  EXPECT_NEAR(center.x, 50, 0.2);
+  EXPECT_NEAR(center.y, 50, 0.2);
+  EXPECT_NEAR(view().scale() * 20, std::min(view().width(), view().height()) * 0.95, 15.0);
+  EXPECT_TRUE(Pickfirst().empty());
+
+  view().ZoomExtents();
+  EXPECT_NEAR(view().ToWorld(QPointF(view().width() / 2.0, view().height() / 2.0)).x, 27.5, 1e-6);
 }
 
 TEST_F(DrawingViewTest, TabsFollowTheSessionsDrawingsAndSwitchTheActiveOne) {
