@@ -208,6 +208,19 @@ void EntityShapes::Collect(RecordId entity, bool in_block, int depth, std::vecto
       }
       out.push_back(std::move(s));
     }
+  } else if (type == "DIMENSION") {
+    // A dimension draws the anonymous block it names, whose entities are already placed in
+    // world coordinates.
+    if (depth >= kMaxDepth) return;
+    for (const Styled& s : BlockShapes(model::BlockName(doc_, entity), depth)) {
+      if (out.size() >= kMaxShapes) break;
+      Styled copy = s;
+      if (copy.by_block) {
+        copy.shape.rgb = style.shape.rgb;
+        copy.by_block = style.by_block;
+      }
+      out.push_back(std::move(copy));
+    }
   } else if (type == "TEXT" || type == "ATTRIB") {
     if (type == "ATTRIB" && (t.Int(70) & 1)) return;  // invisible attribute
     add(TextShape(doc_, t));

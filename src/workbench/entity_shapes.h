@@ -1,6 +1,7 @@
 // One drawing entity reduced to the view's shapes: curves flattened with the geometry code,
 // texts placed at their insertion point, block references expanded into their block's
-// shapes (transformed) and their attributes, hatches as their boundary outlines.
+// shapes (transformed) and their attributes, dimensions as the block they name, hatches as
+// their boundary outlines.
 #pragma once
 
 #include <string>

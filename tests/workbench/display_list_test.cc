@@ -79,6 +79,20 @@ TEST_F(DisplayListTest, ABlockReferenceDrawsItsBlockTransformedWithItsAttributes
   EXPECT_EQ(attribute.text, "M-7");
 }
 
+TEST_F(DisplayListTest, ADimensionDrawsTheBlockItNamesWhereItStands) {
+  model::AddBlockDefinition(*doc_, "*D1", model::Point3{0, 0, 0},
+                            {{"LINE", "0", Line(3, 4, 8, 4)}}, {});
+  od::EntityId dimension = Add("DIMENSION", "Red", {{100, "AcDbDimension"}, {2, "*D1"}, {10, "8"},
+                                                    {20, "4"}, {30, "0"}, {70, "0"}});
+  DisplayList list = DisplayList::Build(*doc_);
+  const DisplayItem* item = ItemOf(list, dimension);
+  ASSERT_NE(item, nullptr);
+  ASSERT_EQ(item->shapes.size(), 1u);
+  ExpectNear(item->shapes[0].points.at(0), {3, 4});
+  ExpectNear(item->shapes[0].points.at(1), {8, 4});
+  EXPECT_EQ(item->shapes[0].rgb, 0xFF0000u);
+}
+
 TEST_F(DisplayListTest, CurvesAreFlattenedAndTextsKeepTheirPlacement) {
   od::EntityId arc = Add("ARC", "0", {{100, "AcDbCircle"}, {10, "0"}, {20, "0"}, {30, "0"}, {40, "2"},
                                       {100, "AcDbArc"}, {50, "0"}, {51, "90"}});
