@@ -141,14 +141,36 @@ TEST_F(DrawingViewTest, TheWheelZoomsAboutTheCursorAndAZoomWindowFillsTheView) {
   EXPECT_NEAR(view().ToWorld(QPointF(view().width() / 2.0, view().height() / 2.0)).x, 27.5, 1e-6);
 }
 
+struct ActivationLog : od::Reactor {
+  void DocumentActivated(const std::string& name) override { names.push_back(name); }
+  std::vector<std::string> names;
+};
+
 TEST_F(DrawingViewTest, TabsFollowTheSessionsDrawingsAndSwitchTheActiveOne) {
   ASSERT_TRUE(window().OpenDrawing(VELTOR_SOURCE_DIR "/tests/data/small.dxf").ok());
   QTabBar& tabs = window().tabs();
   ASSERT_EQ(tabs.count(), 2);
   EXPECT_EQ(tabs.currentIndex(), 1);
   EXPECT_EQ(window().session().active()->name, "small.dxf");
+  ActivationLog log;
+  window().session().AddReactor(&log);
   tabs.setCurrentIndex(0);
+  window().session().RemoveReactor(&log);
+  EXPECT_EQ(log.names, std::vector<std::string>{"known.dxf"});
   EXPECT_EQ(window().session().active()->name, "known.dxf");
+
+  // While a command waits for an answer the drawing it works on stays the active one.
+  std::string active_while_waiting;
+  int tab_while_waiting = -1;
+  Later([&] {
+    tabs.setCurrentIndex(1);
+    active_while_waiting = window().session().active()->name;
+    tab_while_waiting = tabs.currentIndex();
+    window().driver().Type("");
+  });
+  window().driver().Type("SELECT");
+  EXPECT_EQ(active_while_waiting, "known.dxf");
+  EXPECT_EQ(tab_while_waiting, 0);
   Click({5, 0});
   EXPECT_EQ(Pickfirst(), EntityList{lower_});
 }
