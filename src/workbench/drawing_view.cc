@@ -71,6 +71,14 @@ void DrawingView::ZoomTo(const geom::Extents& box) {
   Invalidate();
 }
 
+void DrawingView::SetView(geom::Vec2 center, double scale) {
+  if (!(scale > 0)) return;
+  center_ = center;
+  scale_ = scale;
+  fit_pending_ = false;
+  Invalidate();
+}
+
 geom::Vec2 DrawingView::ToWorld(QPointF pixel) const {
   return {center_.x + (pixel.x() - width() / 2.0) / scale_,
           center_.y - (pixel.y() - height() / 2.0) / scale_};

@@ -43,6 +43,9 @@ class DrawingView : public QWidget {
   geom::Vec2 ToWorld(QPointF pixel) const;
   QPointF ToPixel(geom::Vec2 world) const;
   double scale() const { return scale_; }  // pixels per drawing unit
+  geom::Vec2 center() const { return center_; }  // the world point at the widget's centre
+  // Puts `center` at the widget's centre at `scale` pixels per drawing unit.
+  void SetView(geom::Vec2 center, double scale);
 
   // How close (in pixels) a click must come to an entity to pick it.
   static constexpr double kPickPixels = 5.0;

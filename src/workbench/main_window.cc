@@ -399,6 +399,14 @@ void MainWindow::TabChosen(int index) {
 
 void MainWindow::RefreshView() {
   session::SessionDocument* doc = session_->active();
+  // Each drawing keeps its own view: leaving one remembers where it was.
+  if (shown_ != doc) {
+    if (auto it = drawings_.find(shown_); it != drawings_.end()) {
+      it->second.center = view_->center();
+      it->second.scale = view_->scale();
+    }
+    shown_ = doc;
+  }
   if (!doc) {
     view_->SetList(nullptr, false);
     view_->SetHighlighted({});
@@ -413,6 +421,10 @@ void MainWindow::RefreshView() {
   }
   const bool fit = !state.fitted;
   state.fitted = true;
+  if (!fit && state.scale > 0) {
+    view_->SetView(state.center, state.scale);
+    state.scale = 0.0;
+  }
   view_->SetList(&state.list, fit);
   view_->SetHighlighted(session_->editor().ImpliedSelection());
 }

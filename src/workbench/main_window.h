@@ -66,6 +66,8 @@ class MainWindow : public QMainWindow {
     uint64_t generation = ~uint64_t{0};
     bool stale = true;
     bool fitted = false;
+    geom::Vec2 center;  // where the view was when another drawing was shown
+    double scale = 0.0;
     DisplayList list;
   };
 
@@ -111,6 +113,7 @@ class MainWindow : public QMainWindow {
   QMenu* recent_menu_ = nullptr;
   std::map<const session::SessionDocument*, DrawingState> drawings_;
   std::vector<const session::SessionDocument*> tab_docs_;
+  const session::SessionDocument* shown_ = nullptr;  // the drawing the view shows
   bool closing_ = false;
 };
 

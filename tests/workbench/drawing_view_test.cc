@@ -30,6 +30,7 @@ class DrawingViewTest : public WorkbenchTest {
     window().SyncWithSession();
     QApplication::processEvents();
     view().ZoomTo(geom::Extents({-10, -10, 0}, {70, 70, 0}));
+    before_x_ = view().ToPixel({5, 0}).x();
   }
 
   od::EntityId Add(model::Document& doc, const char* type, dxf::Tags body) {
@@ -57,6 +58,7 @@ class DrawingViewTest : public WorkbenchTest {
   }
 
   od::EntityId lower_ = 0, upper_ = 0, circle_ = 0;
+  double before_x_ = 0;  // where (5, 0) is drawn in the view set up above
 };
 
 TEST_F(DrawingViewTest, AClickPicksTheEntityUnderItAndShiftClickTakesItBack) {
@@ -154,7 +156,11 @@ TEST_F(DrawingViewTest, TabsFollowTheSessionsDrawingsAndSwitchTheActiveOne) {
   EXPECT_EQ(window().session().active()->name, "small.dxf");
   ActivationLog log;
   window().session().AddReactor(&log);
+  const double small_scale = view().scale();
   tabs.setCurrentIndex(0);
+  // Each drawing comes back as it was left.
+  EXPECT_NE(view().scale(), small_scale);
+  EXPECT_NEAR(view().ToPixel({5, 0}).x(), before_x_, 1e-9);
   window().session().RemoveReactor(&log);
   EXPECT_EQ(log.names, std::vector<std::string>{"known.dxf"});
   EXPECT_EQ(window().session().active()->name, "known.dxf");
