@@ -7,6 +7,7 @@ packages=(
   g++ clang cmake ninja-build make pkg-config
   libgtest-dev googletest libbenchmark-dev libboost-dev libedit-dev
   python3-ezdxf gdal-bin
+  qt6-base-dev
 )
 
 missing=()

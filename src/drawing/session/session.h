@@ -54,6 +54,10 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   Status ActivateDocument(size_t index);
   SessionDocument* active() { return active_ < documents_.size() ? documents_[active_].get() : nullptr; }
   size_t document_count() const { return documents_.size(); }
+  // The open drawing at `index` (in opening order), or nullptr.
+  SessionDocument* document(size_t index) {
+    return index < documents_.size() ? documents_[index].get() : nullptr;
+  }
 
   // --- modules ---
   // Sends the start-up messages to a module (initialise, then load for each open drawing).
