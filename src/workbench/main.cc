@@ -21,10 +21,15 @@ int main(int argc, char** argv) {
 
   std::vector<std::string> drawings;
   std::string screenshot;
+  std::string table;
   for (int i = 1; i < argc; ++i) {
     if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-      std::puts("usage: veltor-workbench [--screenshot PNG] [DRAWING...]");
+      std::puts("usage: veltor-workbench [--table NAME] [--screenshot PNG] [DRAWING...]");
       return 0;
+    }
+    if (std::strcmp(argv[i], "--table") == 0 && i + 1 < argc) {
+      table = argv[++i];
+      continue;
     }
     if (std::strcmp(argv[i], "--screenshot") == 0 && i + 1 < argc) {
       screenshot = argv[++i];
@@ -37,6 +42,7 @@ int main(int argc, char** argv) {
   if (window.session().document_count() == 0) window.session().NewDocument();
   window.SyncWithSession();
   window.show();
+  if (!table.empty()) window.ShowTable(table);
   if (!screenshot.empty()) {
     // Draws the window once, writes it as a picture and leaves (documentation, checks).
     QApplication::processEvents();

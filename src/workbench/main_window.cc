@@ -20,6 +20,7 @@
 #include <unordered_set>
 
 #include "app/veltor_app.h"
+#include "ui/od_table_view.h"
 #include "drawing/dxf/record_store.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
@@ -28,6 +29,7 @@
 #include "workbench/command_palette_dock.h"
 #include "workbench/drawing_view.h"
 #include "workbench/line_input.h"
+#include "workbench/od_table_dock.h"
 #include "workbench/workbench_ui.h"
 
 namespace veltor::workbench {
@@ -36,6 +38,8 @@ namespace {
 
 constexpr int kRecentFiles = 8;
 const char kRecentKey[] = "recent_files";
+const char kGeometryKey[] = "window_geometry";
+const char kDocksKey[] = "window_docks";
 
 QString Q(const std::string& text) { return QString::fromStdString(text); }
 
@@ -127,9 +131,16 @@ MainWindow::MainWindow() {
   session_->AddReactor(reactor_.get());
   session_->LoadModule(app::AcrxEntryPoint);
   resize(1280, 860);
+  // Where the window and its docks were when it last closed.
+  QSettings settings;
+  restoreGeometry(settings.value(kGeometryKey).toByteArray());
+  restoreState(settings.value(kDocksKey).toByteArray());
 }
 
 MainWindow::~MainWindow() {
+  // The table dock renders a view model the module owns: it goes before the module does.
+  delete table_dock_;
+  table_dock_ = nullptr;
   session_->RemoveReactor(reactor_.get());
   session_->UnloadModules();
 }
@@ -166,6 +177,7 @@ void MainWindow::BuildMenus() {
   view->addSeparator();
   view->addAction(command_line_->toggleViewAction());
   view->addAction(palette_dock_->toggleViewAction());
+  view_menu_ = view;
 }
 
 void MainWindow::ShowStartPalette() {
@@ -185,9 +197,34 @@ QDockWidget* MainWindow::DockFor(od::Palette& palette) {
   // The command palette's dock shows the module's one menu tree, so the dock made at start
   // serves the module's palette object too.
   if (dynamic_cast<ui::CommandPalette*>(&palette)) return palette_dock_;
-  // Other palette models get a dock of their own here, created on first use and kept (the
-  // OD table palette: a dock over a QAbstractTableModel on its view model).
-  return nullptr;
+  // The OD table palette gets a dock of its own on first use, kept while the module is.
+  auto* table = dynamic_cast<ui::OdTableView*>(&palette);
+  if (!table) return nullptr;
+  if (!table_dock_) {
+    table_dock_ = new OdTableDock(*table, [this] { driver_->RunPending(); }, this);
+    table->SetFocusDrawing([this] { view_->setFocus(); });
+    addDockWidget(Qt::LeftDockWidgetArea, table_dock_);
+    splitDockWidget(palette_dock_, table_dock_, Qt::Vertical);
+    // The grid gets most of the height: the command tree scrolls.
+    resizeDocks({palette_dock_, table_dock_}, {220, 480}, Qt::Vertical);
+    // A position saved by an earlier run wins over the default place.
+    restoreDockWidget(table_dock_);
+    view_menu_->addAction(table_dock_->toggleViewAction());
+  }
+  table_dock_->ShowPalette();
+  return table_dock_;
+}
+
+bool MainWindow::ShowTable(const std::string& table) {
+  if (driver_->busy()) return false;
+  driver_->RunScript({"VELTOR_TABLE"});
+  auto* view = dynamic_cast<ui::OdTableView*>(app::TheApp().table_palette().get());
+  if (!view) return false;
+  view->FillTableChoices();
+  const std::vector<std::string>& tables = view->table_choices();
+  if (std::find(tables.begin(), tables.end(), table) == tables.end()) return false;
+  view->ChooseTable(table);
+  return true;
 }
 
 void MainWindow::RunLabel(const std::string& label) {
@@ -361,6 +398,9 @@ void MainWindow::closeEvent(QCloseEvent* event) {
   }
   closing_ = true;
   input_->End();
+  QSettings settings;
+  settings.setValue(kGeometryKey, saveGeometry());
+  settings.setValue(kDocksKey, saveState());
   event->accept();
 }
 

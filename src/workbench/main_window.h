@@ -26,6 +26,7 @@ class CommandLineDock;
 class CommandPaletteDock;
 class DrawingView;
 class LineInput;
+class OdTableDock;
 class WorkbenchUi;
 
 class MainWindow : public QMainWindow {
@@ -51,7 +52,12 @@ class MainWindow : public QMainWindow {
   CommandLineDock& command_line() { return *command_line_; }
   DrawingView& view() { return *view_; }
   CommandPaletteDock* palette_dock() { return palette_dock_; }
+  OdTableDock* table_dock() { return table_dock_; }
   QTabBar& tabs() { return *tabs_; }
+
+  // Opens the OD table palette (VELTOR_TABLE) on `table` of the active drawing; false when the
+  // drawing has no such table.
+  bool ShowTable(const std::string& table);
 
   // Brings tabs, view and highlight up to the session's state (after a command).
   void SyncWithSession();
@@ -108,6 +114,8 @@ class MainWindow : public QMainWindow {
   ui::CommandPalette commands_;
   CommandLineDock* command_line_ = nullptr;
   CommandPaletteDock* palette_dock_ = nullptr;
+  OdTableDock* table_dock_ = nullptr;
+  QMenu* view_menu_ = nullptr;
   DrawingView* view_ = nullptr;
   QTabBar* tabs_ = nullptr;
   QMenu* recent_menu_ = nullptr;
