@@ -150,6 +150,11 @@ enum StringId : int {
   kStrCsvTotalLength = 1416,         // "Total length"
   kStrCsvTotalArea = 1417,           // "Total area"
   kStrUnableToWrite = 1450,          // "Error: unable to write %s\n" ("PATH: reason")
+  // --- breaking entities ---
+  kStrBreakObjectPrompt = 1500,       // "Select object: "
+  kStrBreakFirstPointPrompt = 1501,   // "Specify first break point: "
+  kStrBreakSecondPointPrompt = 1502,  // "Specify second break point <same point>: "
+  kStrBreakUnusableLayer = 1503,      // "the object is on a frozen, hidden, locked or off layer"
   // --- block attributes and Object Data ---
   kStrInvalidMapping = 1550,         // "Error: invalid mapping '%s'\n"
   kStrMapTableNotFound = 1551,       // "Error: table %s not found\n"
