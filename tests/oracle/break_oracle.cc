@@ -54,11 +54,11 @@ TEST(BreakEzdxf, PiecesAddUpToTheOriginalLessTheGapAndLieOnIt) {
   const std::string out = dir.File("broken.dxf"), script_file = dir.File("break.scr");
   ASSERT_TRUE(WriteFile(script_file, script));
   ASSERT_TRUE(WriteFile(dir.File("cases.json"), cases));
-  CommandResult ran = Run(Quote(BinDir() + "/veltor") + " " + Quote(original) + " -s " +
+  CommandResult ran = oracle::Run(Quote(BinDir() + "/veltor") + " " + Quote(original) + " -s " +
                           Quote(script_file) + " -o " + Quote(out));
   ASSERT_EQ(ran.exit_code, 0) << ran.output;
   CommandResult checked =
-      Run("/usr/bin/python3 " + Quote(SourceDir() + "/tests/oracle/check_break.py") + " " +
+      oracle::Run("/usr/bin/python3 " + Quote(SourceDir() + "/tests/oracle/check_break.py") + " " +
           Quote(original) + " " + Quote(out) + " " + Quote(dir.File("cases.json")));
   EXPECT_EQ(checked.exit_code, 0) << checked.output;
   std::printf("%s", checked.output.c_str());
