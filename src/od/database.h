@@ -174,6 +174,11 @@ class Database {
   // extension dictionary. Fails, changing nothing, for other entities and for points that
   // leave the curve whole or nothing of it.
   virtual Result<EntityList> BreakCurve(EntityId entity, const Point3& first, const Point3& second) = 0;
+  // Gives `to` a copy of each data record (XRECORD) in `from`'s extension dictionary other
+  // than its Object Data and feature classification, which travel through the project: the
+  // data other applications keep with an entity. An entry `to` has under the same key is
+  // replaced. Succeeds when there is nothing to copy.
+  virtual Status CopyExtensionData(EntityId from, EntityId to) = 0;
   // Sets the text of an attribute named by an id that Attributes gave; fails when it cannot be
   // opened or is not an attribute.
   virtual Status SetAttributeText(ObjectId attribute, const std::string& text) = 0;

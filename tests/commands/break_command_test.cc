@@ -8,6 +8,7 @@
 
 #include "drawing/model/create.h"
 #include "drawing/model/entity.h"
+#include "drawing/model/objects.h"
 #include "drawing/model/tables.h"
 
 namespace veltor::commands {
@@ -75,6 +76,29 @@ TEST_F(BreakCommandTest, EveryPieceCarriesEveryRecordAndTheClassification) {
   // A query for entities with several records finds both pieces.
   EXPECT_EQ(Run("VELTOR_HAS_MULTIPLE_OD", {}, {""}), "Select objects: \nSelected: 2\n");
   EXPECT_EQ(sdoc().pickfirst, (od::EntityList{line, added[0]}));
+}
+
+TEST_F(BreakCommandTest, OtherDataOfTheExtensionDictionaryGoesWithEveryPiece) {
+  od::EntityId line = DressedLine();
+  const model::RecordId record = session::RecordOf(doc(), line);
+  const model::RecordId xdict = model::EnsureExtensionDictionary(doc(), record);
+  const model::RecordId xrec = model::AddXRecord(doc(), doc().store().at(xdict).handle, {{1, "survey 12"}, {40, "0.25"}});
+  model::SetDictionaryEntry(doc(), xdict, "OTHER_APP", doc().store().at(xrec).handle);
+  const od::EntityList before = db().ModelSpaceEntities();
+  EXPECT_EQ(Run("VELTOR_BREAK", {}, {Handle(line), "3,0", "7,0"}),
+            Breaking(Handle(line), "3,0", "7,0") + "Completed: 2\n");
+  od::EntityList added = AddedSince(before);
+  ASSERT_EQ(added.size(), 1u);
+  const model::RecordId piece_dict =
+      model::ExtensionDictionary(doc(), session::RecordOf(doc(), added[0]));
+  ASSERT_NE(piece_dict, model::kNoRecord);
+  const model::RecordId copied = model::DictionaryLookup(doc(), piece_dict, "OTHER_APP");
+  ASSERT_NE(copied, model::kNoRecord);
+  EXPECT_NE(copied, xrec);
+  EXPECT_EQ(model::XRecordData(doc(), copied), (model::Tags{{1, "survey 12"}, {40, "0.25"}}));
+  // The records and the classification are there once, not copied twice.
+  EXPECT_EQ(Records(added[0]).size(), 3u);
+  EXPECT_EQ(sdoc().project.ClassificationTags(added[0]), (std::vector<std::string>{"Road"}));
 }
 
 TEST_F(BreakCommandTest, BreakIsOneUndoStep) {

@@ -21,6 +21,7 @@ Result<od::EntityList> BreakKeepingData(od::Database& db, od::Project& project, 
       if (Status s = project.Classify(piece, tag); !s.ok()) return s;
     for (const od::Record& record : records)
       if (Status s = container.AddRecord(piece, record); !s.ok()) return s;
+    if (Status s = db.CopyExtensionData(entity, piece); !s.ok()) return s;
   }
   return pieces;
 }

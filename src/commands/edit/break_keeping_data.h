@@ -7,8 +7,9 @@
 namespace veltor::commands {
 
 // Breaks `entity` between `first` and `second` (od::Database::BreakCurve) and gives every new
-// piece the entity's feature classification and a copy of each of its Object Data records
-// (every table, in host order, duplicates kept); the entity itself is the first piece and
+// piece the entity's feature classification, a copy of each of its Object Data records
+// (every table, in host order, duplicates kept) and the other data records of its extension
+// dictionary (od::Database::CopyExtensionData); the entity itself is the first piece and
 // keeps its own. Returns the pieces. Fails before changing anything when the entity holds
 // records that cannot be read (they could not be copied); a failure after the break leaves
 // the pieces made so far, so the caller cancels the command to take everything back.
