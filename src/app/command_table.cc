@@ -7,6 +7,7 @@
 #include "app/table_command.h"
 #include "commands/edit/add_value_command.h"
 #include "commands/edit/attach_detach_command.h"
+#include "commands/edit/break_command.h"
 #include "commands/edit/copy_commands.h"
 #include "commands/edit/detach_all.h"
 #include "commands/edit/detach_tables.h"
@@ -96,6 +97,7 @@ CommandFn HandlerOf(const std::string& name) {
       {"VELTOR_RMUNUSED", commands::RmUnused},
       {"VELTOR_23DPOLY", commands::To3dPolyline},
       {"VELTOR_2POLY", commands::To2dPolyline},
+      {"VELTOR_BREAK", commands::Break},
       {"VELTOR_ABOUT", VeltorAbout},
   };
   auto it = handlers.find(name);

@@ -165,6 +165,20 @@ class Database {
   // a block reference's attributes), as the host's setters do with sub-entities included.
   virtual Status CopyGraphicProperties(EntityId from, EntityId to) = 0;
   virtual Status Erase(EntityId entity) = 0;
+  // Breaks a curve as the host's BREAK does: the part between the curve's points nearest to
+  // `first` and `second` (world coordinates) is removed; on a closed curve the part from
+  // `first` forward to `second` (counter-clockwise on a circle), the rest staying one open
+  // curve; equal points split the curve there. Lines, arcs, circles, lightweight polylines,
+  // 3D polylines and splines. Returns the pieces, `entity` first: it keeps its id and
+  // extension dictionary; the others are new entities with its common properties and no
+  // extension dictionary. Fails, changing nothing, for other entities and for points that
+  // leave the curve whole or nothing of it.
+  virtual Result<EntityList> BreakCurve(EntityId entity, const Point3& first, const Point3& second) = 0;
+  // Gives `to` a copy of each data record (XRECORD) in `from`'s extension dictionary other
+  // than its Object Data and feature classification, which travel through the project: the
+  // data other applications keep with an entity. An entry `to` has under the same key is
+  // replaced. Succeeds when there is nothing to copy.
+  virtual Status CopyExtensionData(EntityId from, EntityId to) = 0;
   // Sets the text of an attribute named by an id that Attributes gave; fails when it cannot be
   // opened or is not an attribute.
   virtual Status SetAttributeText(ObjectId attribute, const std::string& text) = 0;

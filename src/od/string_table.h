@@ -173,6 +173,11 @@ enum StringId : int {
   kStrTableAliasFile = 1486,         // "Table alias file"
   kStrFieldAliasFile = 1487,         // "Field alias file"
   kStrValueAliasFile = 1488,         // "Value alias file"
+  // --- breaking entities ---
+  kStrBreakObjectPrompt = 1500,       // "Select object: "
+  kStrBreakFirstPointPrompt = 1501,   // "Specify first break point: "
+  kStrBreakSecondPointPrompt = 1502,  // "Specify second break point <same point>: "
+  kStrBreakUnusableLayer = 1503,      // "the object is on a frozen, hidden, locked or off layer"
   // --- block attributes and Object Data ---
   kStrInvalidMapping = 1550,         // "Error: invalid mapping '%s'\n"
   kStrMapTableNotFound = 1551,       // "Error: table %s not found\n"

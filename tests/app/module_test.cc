@@ -113,8 +113,8 @@ TEST_F(ModuleTest, MyLispFunctionAnswersNormallyAndDoesNothing) {
 
 TEST_F(ModuleTest, UnbuiltCommandsSaySo) {
   Load();
-  ASSERT_TRUE(session_.Execute("VELTOR_BREAK"));
-  EXPECT_EQ(out_, "Error: VELTOR_BREAK is not available in this build.\n");
+  ASSERT_TRUE(session_.Execute("VELTOR_TRANSLATE"));
+  EXPECT_EQ(out_, "Error: VELTOR_TRANSLATE is not available in this build.\n");
 }
 
 }  // namespace

@@ -76,6 +76,8 @@ const std::vector<CommandRun>& Commands() {
         VELTOR_SOURCE_DIR "/tests/data/translate_fields.txt", "v",
         VELTOR_SOURCE_DIR "/tests/data/translate_values.txt", "Name -->"},
        true, true, true},
+      // "@LINE@" stands for the line of the drawing below.
+      {"VELTOR_BREAK", {"@LINE@", "3,0", "6,0"}, true, true},
   };
   return runs;
 }
@@ -94,7 +96,8 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   }
   ~CommandFaults() override { session_.UnloadModules(); }
 
-  // Tables T (N Integer, NAME Character) and U (N Integer); four points: two records of T,
+  // Tables T (N Integer, NAME Character) and U (N Integer); a line with two records of T
+  // (what VELTOR_BREAK breaks, made first so that the last entity is a point); four points: two records of T,
   // one of T, one of U, one of T (the copy commands' reference). Each point also carries a
   // record of G, the table the commands that set values from geometry and text write. Table
   // Spare is used by nothing.
@@ -114,10 +117,13 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
       g.columns.push_back({text, od::ValueType::kCharacter, "", od::Value::Character("")});
     ASSERT_TRUE(od.CreateTable(g).ok());
     ASSERT_TRUE(od.CreateTable({"Spare", "", {{"N", od::ValueType::kInteger, "", od::Value::Integer(0)}}}).ok());
-    for (int i = 0; i < 4; ++i) points_.push_back(*db.AddPoint({double(i), 0, 0}));
     auto record = [](int n, const char* name) {
       return od::Record{"T", {od::Value::Integer(n), od::Value::Character(name)}};
     };
+    line_ = *db.AddPolyline3d({{0, 0, 0}, {10, 0, 0}}, false);
+    ASSERT_TRUE(od.AddRecord(line_, record(7, "line")).ok());
+    ASSERT_TRUE(od.AddRecord(line_, record(8, "line")).ok());
+    for (int i = 0; i < 4; ++i) points_.push_back(*db.AddPoint({double(i), 0, 0}));
     ASSERT_TRUE(od.AddRecord(points_[0], record(1, "a")).ok());
     ASSERT_TRUE(od.AddRecord(points_[0], record(2, "b")).ok());
     ASSERT_TRUE(od.AddRecord(points_[1], record(3, "c")).ok());
@@ -130,6 +136,7 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
     std::vector<std::string> answers = run.answers;
     for (std::string& answer : answers)
       if (answer.rfind("@SCRATCH@", 0) == 0) answer = dir_.File(answer.substr(10));
+      else if (answer == "@LINE@") answer = session_.active()->database.EntityHandle(line_);
     input_ = std::make_unique<session::LinesInput>(answers, [this](const std::string& t) { out_ += t; });
     session_.SetInput(input_.get());
     session_.editor().SetPickfirst({});
@@ -181,6 +188,7 @@ class CommandFaults : public ::testing::TestWithParam<CommandRun> {
   FaultyHost faulty_;
   std::unique_ptr<session::LinesInput> input_;
   std::vector<od::EntityId> points_;
+  od::EntityId line_ = od::kNullId;
   ScratchDir dir_;
 };
 

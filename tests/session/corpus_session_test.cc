@@ -24,6 +24,7 @@
 #include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
 #include "od/catalogue.h"
+#include "od/format.h"
 #include "od/gathering.h"
 #include "ui/options_replace.h"
 #include "ui/options_rm_unused.h"
@@ -401,6 +402,60 @@ TEST_P(CorpusSession, ShowsEveryTableInTheTablePalette) {
       view->EditCell(0, 1, view->CellText(0, 1));
   }
   EXPECT_FALSE(session_.active()->doc->modified());
+}
+
+// VELTOR_BREAK over every real drawing: each curve it can break (up to 40 a drawing) is broken
+// between the points nearest to the points a third and two thirds of the way across its
+// extents. Each break either completes and
+// every piece carries the records the curve had, or says why not; the result saves and reads
+// back.
+TEST_P(CorpusSession, BreaksCurvesKeepingTheirRecords) {
+  const std::string path = CorpusDir() + "/" + GetParam();
+  Status opened = session_.OpenDocument(path);
+  ASSERT_TRUE(opened.ok()) << opened.message();
+  od::Database& db = session_.active()->database;
+  od::ObjectDataContainer& container = session_.active()->project.Container();
+  auto breakable = [&db](od::EntityId id) {
+    const std::string type = db.EntityType(id);
+    return type == "LINE" || type == "ARC" || type == "CIRCLE" || type == "LWPOLYLINE" ||
+           type == "SPLINE" || db.EntityClass(id) == "AcDb3dPolyline";
+  };
+  auto point = [](const od::Point3& p) { return od::Format("%.17g,%.17g,%.17g", p.x, p.y, p.z); };
+  int tried = 0, completed = 0;
+  const od::EntityList entities = db.ModelSpaceEntities();
+  for (od::EntityId id : entities) {
+    if (tried == 40) break;
+    std::optional<od::Box3> box = db.GeomExtents(id);
+    if (!breakable(id) || !box) continue;
+    ++tried;
+    const std::vector<std::string> tables = container.RecordTableNames(id);
+    const size_t before = db.ModelSpaceEntities().size();
+    out_.clear();
+    const od::Point3 a = box->min, b = box->max;
+    auto across = [&a, &b](double f) {
+      return od::Point3{a.x + f * (b.x - a.x), a.y + f * (b.y - a.y), a.z + f * (b.z - a.z)};
+    };
+    Run("VELTOR_BREAK", {db.EntityHandle(id), point(across(1.0 / 3)), point(across(2.0 / 3))});
+    const size_t done = out_.find("Completed: ");
+    if (done == std::string::npos) {
+      EXPECT_NE(out_.find("Error: VELTOR_BREAK failed: "), std::string::npos) << Tail();
+      EXPECT_EQ(db.ModelSpaceEntities().size(), before) << Tail();
+      continue;
+    }
+    ++completed;
+    const od::EntityList after = db.ModelSpaceEntities();
+    ASSERT_EQ(after.size(), before + std::stoul(out_.substr(done + 11)) - 1) << Tail();
+    for (size_t i = before; i < after.size(); ++i)
+      EXPECT_EQ(container.RecordTableNames(after[i]), tables) << Tail();
+    EXPECT_EQ(container.RecordTableNames(id), tables) << Tail();
+  }
+  if (session_.ActiveProject().ok()) {
+    EXPECT_EQ(completed > 0, tried > 0) << Tail();
+  }
+  veltor::testing::ScratchDir scratch;
+  Status saved = session_.active()->doc->Save(scratch.File("broken.dxf"));
+  ASSERT_TRUE(saved.ok()) << saved.message();
+  EXPECT_TRUE(model::Document::Open(scratch.File("broken.dxf")).ok());
 }
 
 std::vector<std::string> CorpusDrawings() { return FilesIn(CorpusDir(), ".dxf"); }

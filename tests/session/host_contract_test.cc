@@ -210,6 +210,29 @@ TEST_P(HostContract, ClassificationReplacesTheEarlierTag) {
   EXPECT_EQ((*project)->ClassificationTags(e), std::vector<std::string>{"Valve"});
 }
 
+TEST_P(HostContract, BreakKeepsTheEntityAsTheFirstPieceAndRefusesWhatItCannotBreak) {
+  DefinePipes();
+  Result<od::EntityId> made = db().AddPolyline3d({{0, 0, 0}, {10, 0, 0}, {10, 10, 0}}, false);
+  ASSERT_TRUE(made.ok()) << made.message();
+  const od::EntityId path = *made;
+  ASSERT_TRUE(od().AddRecord(path, Pipe(200, "cast iron")).ok());
+  Result<od::EntityList> pieces = db().BreakCurve(path, {4, 1, 0}, {10, 3, 0});
+  ASSERT_TRUE(pieces.ok()) << pieces.message();
+  ASSERT_EQ(pieces->size(), 2u);
+  EXPECT_EQ((*pieces)[0], path);
+  EXPECT_EQ(db().LastEntity(), (*pieces)[1]);
+  EXPECT_NEAR(*db().Length(path), 4.0, 1e-12);
+  EXPECT_NEAR(*db().Length((*pieces)[1]), 7.0, 1e-12);
+  // The entity keeps its records; a new piece starts without any.
+  EXPECT_EQ(DiameterList(path), std::vector<int>{200});
+  EXPECT_TRUE(od().Records((*pieces)[1]).empty());
+
+  const od::EntityId point = NewPoint();
+  EXPECT_FALSE(db().BreakCurve(point, {0, 0, 0}, {1, 0, 0}).ok());
+  EXPECT_FALSE(db().BreakCurve(od::kNullId, {0, 0, 0}, {1, 0, 0}).ok());
+  EXPECT_EQ(db().ModelSpaceEntities().size(), 3u);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Hosts, HostContract,
     ::testing::Values(HostMaker{"Embedded", [] { return std::unique_ptr<HostUnderTest>(new EmbeddedHost); }},

@@ -241,6 +241,15 @@ class FaultyDatabase : public od::Database {
     if (Closed(e)) return Status::Error("the entity cannot be opened");
     return in_.Erase(e);
   }
+  Result<od::EntityList> BreakCurve(od::EntityId e, const od::Point3& first,
+                                    const od::Point3& second) override {
+    if (Closed(e)) return Status::Error("the entity cannot be opened");
+    return in_.BreakCurve(e, first, second);
+  }
+  Status CopyExtensionData(od::EntityId from, od::EntityId to) override {
+    if (Closed(from) || Closed(to)) return Status::Error("the entity cannot be opened");
+    return in_.CopyExtensionData(from, to);
+  }
   Result<std::unique_ptr<od::WriteLock>> LockForWrite() override {
     if (f_.lock_refused) return Status::Error(std::string("the document lock was ") + kInjected);
     return in_.LockForWrite();

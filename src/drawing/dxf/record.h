@@ -52,11 +52,12 @@ struct Record {
 static_assert(sizeof(Record) <= 64, "a Record should stay within 64 bytes");
 
 // What undo restores of a record a group changed: its tags (as bytes, or for a record that
-// cannot be packed as tags) and its extension dictionary. The other fields are set when the
-// record is read or inserted and are not changed afterwards.
+// cannot be packed as tags), its type and its extension dictionary. The other fields are set
+// when the record is read or inserted and are not changed afterwards.
 struct RecordState {
   uint64_t begin = 0;
   Handle xdict = 0;
+  uint16_t type = 0;
   uint32_t size = 0;
   bool packed = false;
   std::unique_ptr<Tags> tags;

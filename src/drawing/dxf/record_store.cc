@@ -116,6 +116,12 @@ Tags& RecordStore::MutableTags(RecordId id) {
   return *r.tags;
 }
 
+void RecordStore::SetType(RecordId id, std::string_view name) {
+  Tags& tags = MutableTags(id);
+  if (!tags.empty()) tags[0].value = std::string(name);
+  records_[id].type = InternType(name);
+}
+
 void RecordStore::KeepEditing(RecordId id) {
   auto edited = std::find(edited_.begin(), edited_.end(), id);
   if (edited != edited_.end()) {
@@ -161,6 +167,7 @@ void RecordStore::RecordChange(RecordId id) {
   saved.begin = r.begin;
   saved.size = r.size;
   saved.xdict = r.xdict;
+  saved.type = r.type;
   saved.packed = r.packed;
   if (r.tags) saved.tags = std::make_unique<Tags>(*r.tags);
   UndoEntry entry;
@@ -175,6 +182,7 @@ void RecordStore::SwapState(Record& r, RecordState& state) {
   std::swap(r.begin, state.begin);
   std::swap(r.size, state.size);
   std::swap(r.xdict, state.xdict);
+  std::swap(r.type, state.type);
   bool packed = r.packed;
   r.packed = state.packed;
   state.packed = packed;

@@ -72,6 +72,9 @@ class RecordStore {
   // until the next call of MutableTags (for any record), InsertAfter, Begin/EndUndoGroup,
   // Undo or Redo: edited records are packed again by then.
   Tags& MutableTags(RecordId id);
+  // Changes the record's type: its "0 TYPE" tag and the type TypeOf answers (undone with the
+  // record's other changes).
+  void SetType(RecordId id, std::string_view name);
   bool IsChanged(RecordId id) const { return records_[id].tags != nullptr || records_[id].packed; }
   // The bytes of a record that holds no tags: from the source or the arena.
   std::string_view RecordBytes(const Record& r) const {

@@ -256,6 +256,13 @@ std::vector<Vec3> NurbsCurve::ControlPoints() const {
   return points;
 }
 
+std::vector<double> NurbsCurve::Weights() const {
+  std::vector<double> weights;
+  weights.reserve(hom_.size());
+  for (const Homogeneous& h : hom_) weights.push_back(h.w);
+  return weights;
+}
+
 NurbsCurve NurbsCurve::Transformed(const Matrix3d& m) const {
   NurbsCurve out = *this;
   for (Homogeneous& h : out.hom_) h.wp = m.Apply(h.wp / h.w) * h.w;

@@ -52,6 +52,10 @@ class NurbsCurve {
   bool IsClosed() const;
   // Control points as Cartesian points (weights divided out).
   std::vector<Vec3> ControlPoints() const;
+  // The weight of each control point (all 1 for a non-rational curve).
+  std::vector<double> Weights() const;
+  // The full knot vector (control points + degree + 1 values), closed curves unwrapped.
+  const std::vector<double>& Knots() const { return knots_; }
 
   // The curve under an affine transform (exact: control points move, weights stay).
   NurbsCurve Transformed(const Matrix3d& m) const;

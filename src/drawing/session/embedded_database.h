@@ -64,6 +64,10 @@ class EmbeddedDatabase : public od::Database {
   Status CopyProperties(od::EntityId from, od::EntityId to) override;
   Status CopyGraphicProperties(od::EntityId from, od::EntityId to) override;
   Status Erase(od::EntityId entity) override;
+  // embedded_break.cc
+  Result<od::EntityList> BreakCurve(od::EntityId entity, const od::Point3& first,
+                                    const od::Point3& second) override;
+  Status CopyExtensionData(od::EntityId from, od::EntityId to) override;
 
   Result<std::unique_ptr<od::WriteLock>> LockForWrite() override;
   bool locked() const { return lock_count_ > 0; }

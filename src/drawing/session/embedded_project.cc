@@ -10,8 +10,6 @@ namespace veltor::session {
 
 namespace {
 
-constexpr char kClassificationKey[] = "VELTOR_CLASSIFICATION";
-
 bool SameAliasName(const std::string& a, const std::string& b) {
   return model::EqualsNoCaseAscii(a, b);
 }

@@ -17,6 +17,9 @@
 
 namespace veltor::session {
 
+// The key of an entity's feature classification in its extension dictionary.
+inline constexpr char kClassificationKey[] = "VELTOR_CLASSIFICATION";
+
 class EmbeddedProject : public od::Project {
  public:
   EmbeddedProject(model::Document& doc, ChangeListener& listener);

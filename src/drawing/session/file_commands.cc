@@ -167,6 +167,7 @@ void RegisterHostCommands(Session& s) {
   RegisterFileCommands(s);
   RegisterObjectDataCommands(s);
   RegisterInfoCommands(s);
+  RegisterEditCommands(s);
 }
 
 }  // namespace veltor::session

@@ -31,5 +31,7 @@ void RegisterFileCommands(Session& s);
 void RegisterObjectDataCommands(Session& s);
 // LIST, LAYER, HELP.
 void RegisterInfoCommands(Session& s);
+// BREAK.
+void RegisterEditCommands(Session& s);
 
 }  // namespace veltor::session
