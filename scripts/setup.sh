@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   g++ clang cmake ninja-build make pkg-config
   libgtest-dev googletest libbenchmark-dev libboost-dev libedit-dev
-  python3-ezdxf gdal-bin
+  python3-ezdxf gdal-bin parallel
   qt6-base-dev
 )
 

@@ -6,7 +6,10 @@
 #include <string>
 
 #include "app/veltor_app.h"
+#include "console/batch_options.h"
+#include "console/batch_run.h"
 #include "console/console_ui.h"
+#include "console/exit_codes.h"
 #include "console/info_report.h"
 #include "console/options.h"
 #include "console/progress_line.h"
@@ -18,12 +21,7 @@
 namespace {
 
 using veltor::console::Options;
-
-constexpr int kExitUsage = 2;
-constexpr int kExitBadDrawing = 3;
-constexpr int kExitWriteFailed = 4;
-constexpr int kExitScriptRefused = 5;
-constexpr int kExitScriptUnreadable = 6;
+using namespace veltor::console;  // the exit statuses
 
 int Info(const std::string& path) {
   auto doc = veltor::model::Document::Open(path);
@@ -130,6 +128,19 @@ int Run(const Options& options) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  if (veltor::console::IsBatchCommandLine(argc, argv)) {
+    auto batch = veltor::console::ParseBatchOptions(argc, argv);
+    if (!batch.ok()) {
+      std::fprintf(stderr, "veltor: %s\n%s", batch.message().c_str(), veltor::console::kUsage);
+      return kExitUsage;
+    }
+    if (batch->help) {
+      std::fputs(veltor::console::kUsage, stdout);
+      return 0;
+    }
+    // Each worker is this same program, started the way it was started.
+    return veltor::console::RunBatch(*batch, argv[0]);
+  }
   auto options = veltor::console::ParseOptions(argc, argv);
   if (!options.ok()) {
     std::fprintf(stderr, "veltor: %s\n%s", options.message().c_str(), veltor::console::kUsage);

@@ -5,6 +5,8 @@ namespace veltor::console {
 
 const char kUsage[] =
     "usage: veltor [DRAWING] [-s FILE|-] [-c LINE]... [-o OUT | --in-place]\n"
+    "       veltor --batch SCRIPT [-j N] (--out-dir DIR | --in-place) [--report FILE] [--resume]\n"
+    "              DRAWING... | @LIST\n"
     "       veltor --info DRAWING\n"
     "       veltor --help | --version\n"
     "\n"
@@ -18,7 +20,18 @@ const char kUsage[] =
     "city.bak); nothing is saved when a script line is refused.\n"
     "Without a script, veltor reads commands from the terminal (or from standard input when\n"
     "it is not a terminal). Exit status: 0 done, 2 usage, 3 unreadable drawing, 4 save failed,\n"
-    "5 a script line was refused, 6 unreadable script.\n";
+    "5 a script line was refused, 6 unreadable script.\n"
+    "\n"
+    "  --batch SCRIPT  run SCRIPT on every DRAWING, each in its own veltor process\n"
+    "  -j N            N drawings at a time (default: one per core)\n"
+    "  --out-dir DIR   write each result as DIR/<file name> (made if missing)\n"
+    "  --report FILE   write one JSON line per drawing to FILE as each finishes\n"
+    "  --resume        skip drawings FILE lists as done whose input has not changed since\n"
+    "  @LIST           a file with one drawing path per line\n"
+    "A broken or refused drawing is reported and the others go on. Batch exit status:\n"
+    "0 every drawing done, 7 some drawing failed, 8 nothing run (a bad list, two drawings\n"
+    "with the same file name, an output folder or report that cannot be written), 6 the\n"
+    "script cannot be read, 2 usage. See docs/batch.md.\n";
 
 Result<Options> ParseOptions(int argc, const char* const* argv) {
   Options o;
