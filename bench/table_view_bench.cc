@@ -72,15 +72,19 @@ bool AttachEverywhere(LoadedSession& s) {
   return true;
 }
 
+void ChooseEverything(veltor::ui::OdTableView& view) {
+  view.Show();
+  view.FillTableChoices();
+  view.ChooseTable("Everything");
+}
+
 // Opening a table with a record on each of the drawing's entities, and the memory its rows
 // take.
 void BM_TablePaletteOpenEveryEntity(benchmark::State& state) {
   LoadedSession s;
   if (!s.Load(state) || !AttachEverywhere(s)) return;
   veltor::ui::OdTableView view(s.session);
-  view.Show();
-  view.FillTableChoices();
-  view.ChooseTable("Everything");
+  ChooseEverything(view);
   for (auto _ : state) view.Reload(false);
   state.counters["rows"] = static_cast<double>(view.RowCount());
   state.counters["row_bytes"] = static_cast<double>(sizeof(veltor::ui::GridRow));
@@ -90,9 +94,7 @@ void BM_TablePaletteSortEveryEntity(benchmark::State& state) {
   LoadedSession s;
   if (!s.Load(state) || !AttachEverywhere(s)) return;
   veltor::ui::OdTableView view(s.session);
-  view.Show();
-  view.FillTableChoices();
-  view.ChooseTable("Everything");
+  ChooseEverything(view);
   for (auto _ : state) view.SortByColumn(1);
   state.counters["rows"] = static_cast<double>(view.RowCount());
 }

@@ -3,6 +3,8 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "od/text.h"
+
 namespace veltor::console {
 
 namespace {
@@ -25,23 +27,6 @@ size_t Utf8SequenceLength(const std::string& s, size_t i) {
   return n;
 }
 
-void AppendUtf8(std::string& out, uint32_t cp) {
-  if (cp < 0x80) {
-    out += static_cast<char>(cp);
-  } else if (cp < 0x800) {
-    out += static_cast<char>(0xC0 | (cp >> 6));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else if (cp < 0x10000) {
-    out += static_cast<char>(0xE0 | (cp >> 12));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  } else {
-    out += static_cast<char>(0xF0 | (cp >> 18));
-    out += static_cast<char>(0x80 | ((cp >> 12) & 0x3F));
-    out += static_cast<char>(0x80 | ((cp >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (cp & 0x3F));
-  }
-}
 
 class Parser {
  public:
@@ -183,7 +168,7 @@ class Parser {
             pos_ += 2;
             uint32_t low;
             if (Hex4(low) && low >= 0xDC00 && low <= 0xDFFF) {
-              AppendUtf8(out, 0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00));
+              od::AppendUtf8(0x10000 + ((unit - 0xD800) << 10) + (low - 0xDC00), out);
               break;
             }
             pos_ = back;
@@ -191,7 +176,7 @@ class Parser {
           if (unit >= 0xDC80 && unit <= 0xDCFF) {
             out += static_cast<char>(unit - 0xDC00);  // a byte that was not UTF-8
           } else {
-            AppendUtf8(out, unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit);
+            od::AppendUtf8(unit >= 0xD800 && unit <= 0xDFFF ? 0xFFFD : unit, out);
           }
           break;
         }

@@ -8,6 +8,7 @@
 #include "drawing/geometry/text_box.h"
 #include "drawing/model/blocks.h"
 #include "drawing/model/entity_geometry.h"
+#include "drawing/model/entity_geometry_readers.h"
 #include "drawing/model/entity_geometry_tags.h"
 #include "drawing/model/tables.h"
 #include "drawing/session/mtext_plain.h"
@@ -246,13 +247,7 @@ void EntityShapes::CollectInsert(RecordId entity, int depth, std::vector<Styled>
   const std::string name = model::BlockName(doc_, entity);
   const std::vector<Styled>& block = BlockShapes(name, depth);
   if (!block.empty()) {
-    geom::BlockReference ref;
-    ref.insertion = t.Point(10);
-    ref.x_scale = t.Double(41, 1.0);
-    ref.y_scale = t.Double(42, 1.0);
-    ref.z_scale = t.Double(43, 1.0);
-    ref.rotation_deg = t.Double(50);
-    ref.normal = t.Normal();
+    geom::BlockReference ref = model::geometry_internal::ReadBlockReference(t);
     RecordId begin = model::FindBlockBegin(doc_, name);
     if (begin != model::kNoRecord) ref.base_point = RecordTags(doc_, begin).Point(10);
     const geom::Matrix3d m = geom::BlockTransform(ref);

@@ -94,6 +94,17 @@ geom::Arc ReadArc(const RecordTags& t) {
   return geom::Arc{t.Point(10), t.Double(40), t.Double(50), t.Double(51, 360.0), t.Normal()};
 }
 
+geom::BlockReference ReadBlockReference(const RecordTags& t) {
+  geom::BlockReference ref;
+  ref.insertion = t.Point(10);
+  ref.x_scale = t.Double(41, 1.0);
+  ref.y_scale = t.Double(42, 1.0);
+  ref.z_scale = t.Double(43, 1.0);
+  ref.rotation_deg = t.Double(50);
+  ref.normal = t.Normal();
+  return ref;
+}
+
 geom::Ellipse ReadEllipse(const RecordTags& t) {
   return geom::Ellipse{t.Point(10),     t.Point(11, Vec3{1, 0, 0}), t.Double(40, 1.0),
                        t.Double(41),    t.Double(42, 2 * M_PI),     t.Normal()};

@@ -6,6 +6,7 @@
 
 #include "drawing/geometry/conic.h"
 #include "drawing/geometry/nurbs.h"
+#include "drawing/geometry/ocs.h"
 #include "drawing/geometry/polyline.h"
 #include "drawing/model/document.h"
 #include "drawing/model/entity_geometry_tags.h"
@@ -34,5 +35,8 @@ std::optional<geom::NurbsCurve> ReadSpline(const RecordTags& t);
 geom::Circle ReadCircle(const RecordTags& t);
 geom::Arc ReadArc(const RecordTags& t);
 geom::Ellipse ReadEllipse(const RecordTags& t);
+// INSERT: insertion point, scales (1 when absent), rotation and extrusion. The base point is
+// the block's, which the caller reads from the block.
+geom::BlockReference ReadBlockReference(const RecordTags& t);
 
 }  // namespace veltor::model::geometry_internal

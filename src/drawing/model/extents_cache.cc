@@ -264,13 +264,7 @@ std::optional<Extents> ExtentsCache::InsertExtents(RecordId entity, const Record
   Extents box;
   const Block* block = BlockContent(t.Text(2), depth);
   if (block && block->content) {
-    geom::BlockReference ref;
-    ref.insertion = t.Point(10);
-    ref.x_scale = t.Double(41, 1.0);
-    ref.y_scale = t.Double(42, 1.0);
-    ref.z_scale = t.Double(43, 1.0);
-    ref.rotation_deg = t.Double(50);
-    ref.normal = t.Normal();
+    geom::BlockReference ref = ReadBlockReference(t);
     ref.base_point = block->base;
     const geom::Matrix3d m = geom::BlockTransform(ref);
     // A MINSERT repeats the block in rows and columns along the block's rotated axes; the
