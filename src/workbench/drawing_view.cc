@@ -180,7 +180,15 @@ void DrawingView::PaintItem(QPainter& painter, const DisplayItem& item, bool hig
       case Shape::Kind::kPath: {
         polygon.clear();
         polygon.reserve(static_cast<int>(shape.points.size()));
-        for (const geom::Vec2& p : shape.points) polygon.append(ToPixel(p));
+        // Points within half a pixel of the last one drawn add nothing to the picture.
+        for (size_t i = 0; i < shape.points.size(); ++i) {
+          const QPointF p = ToPixel(shape.points[i]);
+          if (!polygon.isEmpty() && i + 1 < shape.points.size()) {
+            const QPointF d = p - polygon.back();
+            if (std::abs(d.x()) < 0.5 && std::abs(d.y()) < 0.5) continue;
+          }
+          polygon.append(p);
+        }
         if (shape.closed) painter.drawPolygon(polygon);
         else painter.drawPolyline(polygon);
         break;
