@@ -38,6 +38,11 @@ std::string Cut(const std::string& text, size_t width) {
   return out + "~";
 }
 
+// `line` without the blanks padding its last column, ended by a line break.
+std::string WithoutTrailingBlanks(const std::string& line) {
+  return line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+}
+
 std::optional<size_t> ParseIndex(const std::string& text) {
   if (text.empty() || text.find_first_not_of("0123456789") != std::string::npos) return {};
   return static_cast<size_t>(std::strtoul(text.c_str(), nullptr, 10));
@@ -87,18 +92,18 @@ std::string TablePanel::PageText() const {
     for (size_t r = first; r < last; ++r) width = std::max(width, Width(view_.CellText(r, c)));
     widths.push_back(std::min(width, kMaxColumnWidth));
   }
-  // Each line: a selection mark, the row's position on the grid, then the grid's columns.
-  std::string row_title = "  row";
-  text += row_title;
-  for (size_t c = 0; c < widths.size(); ++c) text += "  " + Cut(view_.ColumnTitle(c), widths[c]);
-  text = text.substr(0, text.find_last_not_of(' ') + 1) + "\n";
+  // Each line: a selection mark, the row's position on the grid (right-aligned under "row"),
+  // then the grid's columns.
+  std::string titles = "  row";
+  for (size_t c = 0; c < widths.size(); ++c) titles += "  " + Cut(view_.ColumnTitle(c), widths[c]);
+  text += WithoutTrailingBlanks(titles);
   for (size_t r = first; r < last; ++r) {
     std::string position = std::to_string(r + 1);
-    std::string line = (view_.IsSelected(r) ? "*" : " ") +
-                        std::string(row_title.size() - 1 - std::min(position.size(), row_title.size() - 1), ' ') +
-                        position;
+    std::string line = view_.IsSelected(r) ? "*" : " ";
+    if (position.size() < 4) line += std::string(4 - position.size(), ' ');
+    line += position;
     for (size_t c = 0; c < widths.size(); ++c) line += "  " + Cut(view_.CellText(r, c), widths[c]);
-    text += line.substr(0, line.find_last_not_of(' ') + 1) + "\n";
+    text += WithoutTrailingBlanks(line);
   }
   return text;
 }

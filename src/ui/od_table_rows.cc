@@ -58,10 +58,10 @@ std::vector<IndexedRecord> TableRecordsOf(const od::ObjectDataContainer& contain
   return out;
 }
 
-NamedValues NameValues(const od::TableDefinition& definition, const od::Record& record) {
+NamedValues NameValues(const std::vector<std::string>& columns, const od::Record& record) {
   NamedValues named;
-  size_t n = std::min(definition.columns.size(), record.values.size());
-  for (size_t i = 0; i < n; ++i) named.emplace_back(definition.columns[i].name, record.values[i]);
+  size_t n = std::min(columns.size(), record.values.size());
+  for (size_t i = 0; i < n; ++i) named.emplace_back(columns[i], record.values[i]);
   return named;
 }
 

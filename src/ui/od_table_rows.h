@@ -40,8 +40,8 @@ std::vector<IndexedRecord> TableRecordsOf(const od::ObjectDataContainer& contain
 // A record's values named by their columns: what a write-back or a delete matches against.
 using NamedValues = std::vector<std::pair<std::string, od::Value>>;
 
-// The values of `record` named by the columns of `definition` (as many as both have).
-NamedValues NameValues(const od::TableDefinition& definition, const od::Record& record);
+// The values of `record` named by `columns`, in order (as many as both have).
+NamedValues NameValues(const std::vector<std::string>& columns, const od::Record& record);
 
 // Writes `value` into column `column` of the first record of `table` on `entity` whose every
 // named value equals `before`; no other record is touched. False when the table cannot be

@@ -147,12 +147,8 @@ std::string OdTableView::CellText(size_t row, size_t column) const {
 }
 
 NamedValues OdTableView::BeforeValues(const GridRow& row) const {
-  NamedValues before;
   const od::Record* record = RecordOf(row);
-  if (!record) return before;
-  size_t n = std::min(column_names_.size(), record->values.size());
-  for (size_t i = 0; i < n; ++i) before.emplace_back(column_names_[i], record->values[i]);
-  return before;
+  return record ? NameValues(column_names_, *record) : NamedValues{};
 }
 
 // --- sorting ---
