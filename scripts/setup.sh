@@ -8,6 +8,8 @@ packages=(
   libgtest-dev googletest libbenchmark-dev libboost-dev libedit-dev
   python3-ezdxf gdal-bin parallel
   qt6-base-dev
+  libgdal-dev postgresql-15-postgis-3
+  mingw-w64-x86-64-dev g++-mingw-w64-x86-64-posix lld
 )
 
 missing=()
