@@ -469,19 +469,23 @@ Status ObjectDataStore::CheckNoDamagedRecordsOf(const TableEntry& table, const c
 }
 
 Status ObjectDataStore::CheckRecord(const od::Record& record, StoredRecord& out) const {
-  auto def = GetTable(record.table);
-  if (!def.ok()) return def.status();
-  if (record.values.size() != def->columns.size())
+  // The cached definition, not a copy: writes of many records check each one here.
+  const TableEntry* entry = FindEntry(record.table);
+  if (!entry) return Status::Error("table '" + record.table + "' does not exist");
+  const std::vector<od::ColumnDefinition>& columns = entry->def.columns;
+  if (record.values.size() != columns.size())
     return Status::Error("table '" + record.table + "' has " +
-                         Count(def->columns.size(), "column", "columns") + ", the record " +
+                         Count(columns.size(), "column", "columns") + ", the record " +
                          Count(record.values.size(), "value", "values"));
-  out.table = FindEntry(record.table)->handle;
+  out.table = entry->handle;
   out.values.clear();
+  out.values.reserve(columns.size());
   for (size_t i = 0; i < record.values.size(); ++i) {
-    out.values.push_back(ConvertValue(record.values[i], def->columns[i].type));
-    Status text = CheckText(out.values.back().text(),
-                            "table '" + record.table + "': column '" + def->columns[i].name + "'");
-    if (!text.ok()) return text;
+    out.values.push_back(ConvertValue(record.values[i], columns[i].type));
+    // The message is built only when it is needed: this runs for every value written.
+    if (out.values.back().text().find('\0') != std::string::npos)
+      return CheckText(out.values.back().text(),
+                       "table '" + record.table + "': column '" + columns[i].name + "'");
   }
   return Status::Ok();
 }
