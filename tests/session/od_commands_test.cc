@@ -226,5 +226,18 @@ TEST_F(ObjectDataCommands, DamagedDefinitionIsListedMarkedAndKeepsItsName) {
   EXPECT_TRUE(Contains(out(), "Error: table 'Wells' cannot be read (format version '2' is not known")) << out();
 }
 
+// --- LIST ---
+
+TEST_F(ObjectDataCommands, ListLinesUpColumnNamesByCharactersNotBytes) {
+  RegisterInfoCommands(session_);
+  Table("Улицы", {"ИМЯ", "NAME"});
+  od::EntityId p = AddPoint();
+  Attach(p, "Улицы");
+  Typed("LIST", {Hex(p), ""});
+  // Both names take 20 characters before the value, whatever their encoded length.
+  EXPECT_TRUE(Contains(out(), "    ИМЯ                  \n")) << out();
+  EXPECT_TRUE(Contains(out(), "    NAME                 \n")) << out();
+}
+
 }  // namespace
 }  // namespace veltor::session

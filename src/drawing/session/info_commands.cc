@@ -13,6 +13,15 @@ namespace {
 
 std::string PointText(const od::Point3& p) { return od::Format("(%.4f, %.4f, %.4f)", p.x, p.y, p.z); }
 
+// `text` followed by blanks up to `width` characters, counted as characters, not bytes, so
+// that names in Cyrillic or Greek line up with Latin ones.
+std::string PadRight(const std::string& text, size_t width) {
+  size_t characters = 0;
+  for (unsigned char byte : text)
+    if ((byte & 0xC0) != 0x80) ++characters;
+  return characters >= width ? text : text + std::string(width - characters, ' ');
+}
+
 std::string ColorText(int aci) {
   if (aci == 256) return "BYLAYER";
   if (aci == 0) return "BYBLOCK";
@@ -22,7 +31,7 @@ std::string ColorText(int aci) {
 void ListEntity(Session& s, SessionDocument& doc, od::EntityId id) {
   od::Database& db = doc.database;
   auto props = db.Properties(id);
-  s.Print(od::Format("%-12s Layer: \"%s\"  Handle = %s\n", db.EntityType(id).c_str(),
+  s.Print(od::Format("%s Layer: \"%s\"  Handle = %s\n", PadRight(db.EntityType(id), 12).c_str(),
                      props ? props->layer.c_str() : "", dxf::FormatHandle(id).c_str()));
   if (props)
     s.Print(od::Format("             Color: %s  Linetype: %s\n", ColorText(props->color).c_str(),
@@ -40,7 +49,7 @@ void ListEntity(Session& s, SessionDocument& doc, od::EntityId id) {
     Result<od::TableDefinition> def = c.GetTable(records[i].table);
     for (size_t k = 0; k < records[i].values.size(); ++k) {
       std::string column = def.ok() && k < def->columns.size() ? def->columns[k].name : "?";
-      s.Print(od::Format("    %-20s %s\n", column.c_str(), od::ValueToText(records[i].values[k]).c_str()));
+      s.Print(od::Format("    %s %s\n", PadRight(column, 20).c_str(), od::ValueToText(records[i].values[k]).c_str()));
     }
   }
   if (size_t skipped = c.DamagedRecordCount(id); skipped > 0) s.Print("  " + SkippedRecordsWarning(skipped));
@@ -86,7 +95,7 @@ void Layer(Session& s) {
     return;
   if (list) {
     for (const model::LayerInfo& layer : model::Layers(drawing))
-      s.Print(od::Format("  %-24s %s%s%s%s\n", layer.name.c_str(), layer.frozen ? " frozen" : "",
+      s.Print(od::Format("  %s %s%s%s%s\n", PadRight(layer.name, 24).c_str(), layer.frozen ? " frozen" : "",
                          layer.locked ? " locked" : "", layer.off ? " off" : "",
                          layer.hidden ? " hidden" : ""));
     return;
@@ -137,7 +146,7 @@ void Help(Session& s) {
       group = c.group;
       s.Print("Group " + group + ":\n");
     }
-    s.Print(od::Format("  %-28s %-26s %s\n", c.global_name.c_str(), FlagsText(c.flags).c_str(),
+    s.Print(od::Format("  %s %s %s\n", PadRight(c.global_name, 28).c_str(), PadRight(FlagsText(c.flags), 26).c_str(),
                        c.summary.c_str()));
   }
 }
