@@ -93,6 +93,12 @@ MainWindow::MainWindow() {
   session_->SetInput(input_.get());
   // A person answers: closing a modified drawing from the command line offers to save it.
   session_->SetInteractive(true);
+  session_->SetZoomHandler([this](const std::optional<od::Box3>& box) {
+    if (box)
+      view_->ZoomTo(geom::Extents({box->min.x, box->min.y, 0}, {box->max.x, box->max.y, 0}));
+    else
+      view_->ZoomExtents();
+  });
   driver_ = std::make_unique<CommandDriver>(*session_, *input_);
   reactor_ = std::make_unique<Reactor>(*this);
 

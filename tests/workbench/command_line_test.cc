@@ -5,6 +5,7 @@
 #include <QTreeWidget>
 
 #include "workbench/command_palette_dock.h"
+#include "workbench/drawing_view.h"
 #include "workbench_fixture.h"
 
 namespace veltor::workbench {
@@ -72,6 +73,24 @@ TEST_F(CommandLineTest, EscapeCancelsTheWaitingCommand) {
   EXPECT_NE(history.find("Select objects: *Cancel*\nSelected: 0"), std::string::npos) << history;
   EXPECT_FALSE(window().session().command_running());
   EXPECT_TRUE(window().session().active()->pickfirst.empty());
+}
+
+TEST_F(CommandLineTest, ZoomAtTheCommandLineMovesTheView) {
+  DrawingView& view = window().view();
+  window().driver().RunScript({"ZOOM", "W", "10,20", "30,60"});
+  EXPECT_DOUBLE_EQ(view.center().x, 20);
+  EXPECT_DOUBLE_EQ(view.center().y, 40);
+  const double window_scale = view.scale();
+
+  window().driver().RunScript({"ZOOM", "E"});
+  EXPECT_LT(view.scale(), window_scale);  // the whole town is larger than the window
+
+  // Object: the box around what is chosen, here one circle.
+  std::optional<od::Box3> circle = window().session().active()->database.GeomExtents(0x17D);
+  ASSERT_TRUE(circle);
+  window().driver().RunScript({"ZOOM", "O", "17D", ""});
+  EXPECT_NEAR(view.center().x, (circle->min.x + circle->max.x) / 2, 1e-9);
+  EXPECT_NEAR(view.center().y, (circle->min.y + circle->max.y) / 2, 1e-9);
 }
 
 QTreeWidgetItem* Item(QTreeWidget* tree, const QString& label) {

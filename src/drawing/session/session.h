@@ -8,6 +8,7 @@
 
 #include <deque>
 #include <functional>
+#include <optional>
 #include <memory>
 #include <string>
 #include <unordered_set>
@@ -39,6 +40,13 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   void SetInteractive(bool interactive) { interactive_ = interactive; }
   bool interactive() const { return interactive_; }
   void Print(std::string_view text) { output_(text); }
+  // A front end that shows the drawing: ZOOM asks it to show a box of world coordinates, or
+  // the whole drawing when the box is empty (All, Extents). The console shows nothing.
+  using ZoomHandler = std::function<void(const std::optional<od::Box3>&)>;
+  void SetZoomHandler(ZoomHandler handler) { zoom_ = std::move(handler); }
+  void Zoom(const std::optional<od::Box3>& box) {
+    if (zoom_) zoom_(box);
+  }
 
   // --- documents ---
   Status OpenDocument(const std::string& path);
@@ -140,6 +148,7 @@ class Session : public od::Host, public od::Application, private ChangeListener 
   void NotifyPickfirstModified();
 
  private:
+  ZoomHandler zoom_;
   struct Command {
     od::CommandInfo info;
     od::CommandHandler handler;

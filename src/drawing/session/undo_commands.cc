@@ -2,6 +2,9 @@
 // SELECT, ZOOM and the do-nothing answers to commands the module posts.
 #include "drawing/session/host_commands.h"
 
+#include <algorithm>
+#include <optional>
+
 #include "od/format.h"
 #include "od/gathering.h"
 #include "od/text.h"
@@ -56,16 +59,47 @@ void SelectCommand(Session& s) {
 
 // The console has no view to zoom; the command takes its answers so scripts and queued
 // strings ("_.zoom _o") run as they would in the CAD host.
+// The box around every entity of `entities` that has extents; empty when none has.
+std::optional<od::Box3> ExtentsOf(Session& s, const od::EntityList& entities) {
+  od::Database* db = s.WorkingDatabase();
+  if (!db) return std::nullopt;
+  std::optional<od::Box3> all;
+  for (od::EntityId id : entities) {
+    std::optional<od::Box3> box = db->GeomExtents(id);
+    if (!box) continue;
+    if (!all) {
+      all = box;
+      continue;
+    }
+    all->min = {std::min(all->min.x, box->min.x), std::min(all->min.y, box->min.y), std::min(all->min.z, box->min.z)};
+    all->max = {std::max(all->max.x, box->max.x), std::max(all->max.y, box->max.y), std::max(all->max.z, box->max.z)};
+  }
+  return all;
+}
+
+// Takes the host's answers; a front end with a view is asked to show the result. Previous,
+// Center and scale factors are taken and change nothing.
 void ZoomCommand(Session& s) {
   od::PromptResult<std::string> option = s.Ed().GetString(
       "Specify corner of window, enter a scale factor (nX or nXP), or\n"
       "[All/Center/Extents/Previous/Window/Object] <real time>: ",
       false);
   if (option.status != od::PromptStatus::kOk) return;
-  if (od::MatchesKeyword(option.value, "object")) {
-    (void)s.Ed().SelectObjects();
+  if (od::MatchesKeyword(option.value, "all") || od::MatchesKeyword(option.value, "extents")) {
+    s.Zoom(std::nullopt);
+  } else if (od::MatchesKeyword(option.value, "object")) {
+    od::PromptResult<od::EntityList> chosen = s.Ed().SelectObjects();
+    if (!chosen.ok()) return;
+    if (std::optional<od::Box3> box = ExtentsOf(s, chosen.value)) s.Zoom(box);
   } else if (od::MatchesKeyword(option.value, "window")) {
-    if (s.Ed().GetPoint("Specify first corner: ").ok()) (void)s.Ed().GetPoint("Specify opposite corner: ");
+    od::PromptResult<od::Point3> first = s.Ed().GetPoint("Specify first corner: ");
+    if (!first.ok()) return;
+    od::PromptResult<od::Point3> second = s.Ed().GetPoint("Specify opposite corner: ");
+    if (!second.ok()) return;
+    const od::Point3& a = first.value;
+    const od::Point3& b = second.value;
+    s.Zoom(od::Box3{{std::min(a.x, b.x), std::min(a.y, b.y), std::min(a.z, b.z)},
+                    {std::max(a.x, b.x), std::max(a.y, b.y), std::max(a.z, b.z)}});
   }
 }
 
