@@ -1,0 +1,78 @@
+// The adapter's portable edge: wide text conversion and packed object ids.
+#include <gtest/gtest.h>
+
+#include "arx/drawing_registry.h"
+#include "arx/wide_text.h"
+
+namespace veltor::arx {
+namespace {
+
+TEST(WideText, RoundTripsEveryPlane) {
+  const std::string text = u8"Rohr \u00e4\u00df \u4e2d \U0001F600 end";
+  std::wstring wide = Widen(text);
+  EXPECT_EQ(Narrow(wide), text);
+  // The supplementary character is one pair of units on a 16-bit wchar_t, one unit otherwise.
+  size_t expected = sizeof(wchar_t) == 2 ? 16 : 15;
+  EXPECT_EQ(wide.size(), expected);
+  EXPECT_EQ(wide[5], static_cast<wchar_t>(0xE4));
+}
+
+TEST(WideText, RepairsIllFormedInput) {
+  EXPECT_EQ(Widen("a\xC3"), (std::wstring{L'a', static_cast<wchar_t>(0xFFFD)}));
+  EXPECT_EQ(Widen("\xE0\x80\x80"), std::wstring(3, static_cast<wchar_t>(0xFFFD)));  // overlong
+  std::wstring lone{L'x', static_cast<wchar_t>(0xD800), L'y'};
+  EXPECT_EQ(Narrow(lone), u8"x\uFFFDy");
+  EXPECT_EQ(Narrow(static_cast<const wchar_t*>(nullptr)), "");
+}
+
+TEST(WideText, WidenIntoTerminatesAndReportsOverflow) {
+  wchar_t buffer[4];
+  EXPECT_TRUE(WidenInto("abc", buffer, 4));
+  EXPECT_EQ(std::wstring(buffer), L"abc");
+  EXPECT_FALSE(WidenInto("abcd", buffer, 4));
+  EXPECT_EQ(std::wstring(buffer), L"abc");
+  EXPECT_FALSE(WidenInto("", buffer, 0));
+  // A character that would be split is left out whole.
+  EXPECT_EQ(WidenInto(u8"ab\U0001F600", buffer, 4), sizeof(wchar_t) != 2);
+  EXPECT_EQ(Narrow(buffer), sizeof(wchar_t) == 2 ? "ab" : u8"ab\U0001F600");
+}
+
+TEST(PackedIds, PackAndUnpackKeepSerialAndHandle) {
+  od::ObjectId id = PackId(3, 0x1F);
+  ASSERT_NE(id, od::kNullId);
+  EXPECT_EQ(UnpackId(id).serial, 3u);
+  EXPECT_EQ(UnpackId(id).handle, 0x1Fu);
+  od::ObjectId big = PackId(kMaxSerial, kMaxHandle);
+  EXPECT_EQ(UnpackId(big).serial, kMaxSerial);
+  EXPECT_EQ(UnpackId(big).handle, kMaxHandle);
+}
+
+TEST(PackedIds, RefusesWhatCannotBePacked) {
+  EXPECT_EQ(PackId(1, 0), od::kNullId);
+  EXPECT_EQ(PackId(0, 5), od::kNullId);
+  EXPECT_EQ(PackId(1, kMaxHandle + 1), od::kNullId);
+  EXPECT_EQ(PackId(kMaxSerial + 1, 5), od::kNullId);
+}
+
+TEST(DrawingRegistry, AClosedDrawingsSerialFindsNothingAndIsNotReused) {
+  DrawingRegistry drawings;
+  int a = 0, b = 0;
+  uint32_t sa = drawings.Register(&a);
+  uint32_t sb = drawings.Register(&b);
+  EXPECT_NE(sa, 0u);
+  EXPECT_NE(sa, sb);
+  EXPECT_EQ(drawings.Register(&a), sa);
+  EXPECT_EQ(drawings.Find(sa), &a);
+  drawings.Unregister(&a);
+  EXPECT_EQ(drawings.Find(sa), nullptr);
+  EXPECT_EQ(drawings.SerialOf(&a), 0u);
+  EXPECT_EQ(drawings.Find(sb), &b);
+  // The same address opened again (a new drawing reusing freed memory) gets a new serial.
+  uint32_t again = drawings.Register(&a);
+  EXPECT_NE(again, sa);
+  EXPECT_EQ(drawings.Find(sa), nullptr);
+  EXPECT_EQ(drawings.Register(nullptr), 0u);
+}
+
+}  // namespace
+}  // namespace veltor::arx
