@@ -76,3 +76,29 @@ TEST(DrawingRegistry, AClosedDrawingsSerialFindsNothingAndIsNotReused) {
 
 }  // namespace
 }  // namespace veltor::arx
+
+#include "arx/ocs.h"
+
+namespace veltor::arx {
+namespace {
+
+TEST(Ocs, FollowsTheArbitraryAxisAlgorithm) {
+  od::Point3 p{1, 2, 3};
+  od::Point3 up = WorldToOcs(p, {0, 0, 5});
+  EXPECT_DOUBLE_EQ(up.x, 1);
+  EXPECT_DOUBLE_EQ(up.y, 2);
+  EXPECT_DOUBLE_EQ(up.z, 3);
+  // Seen from below, X turns round and the elevation changes sign.
+  od::Point3 down = WorldToOcs(p, {0, 0, -1});
+  EXPECT_DOUBLE_EQ(down.x, -1);
+  EXPECT_DOUBLE_EQ(down.y, 2);
+  EXPECT_DOUBLE_EQ(down.z, -3);
+  // Normal +X: the OCS X axis is world Y, its Y axis world Z.
+  od::Point3 side = WorldToOcs(p, {1, 0, 0});
+  EXPECT_NEAR(side.x, 2, 1e-12);
+  EXPECT_NEAR(side.y, 3, 1e-12);
+  EXPECT_NEAR(side.z, 1, 1e-12);
+}
+
+}  // namespace
+}  // namespace veltor::arx

@@ -8,6 +8,7 @@
 
 struct Adesk {
   typedef int32_t Int32;
+  typedef uint8_t UInt8;
   typedef uint16_t UInt16;
   typedef uint32_t UInt32;
   typedef int64_t Int64;

@@ -16,6 +16,7 @@
 
 #include "acadstrc.h"
 #include "adsdef.h"
+#include "dbcolor.h"
 #include "gepnt3d.h"
 #include "rxobject.h"
 
@@ -81,6 +82,9 @@ class AcDbEntity : public AcDbObject {
   AcDbObjectId layerId() const;
   ACHAR* layer() const;
   ACHAR* linetype() const;
+  ACHAR* plotStyleName() const;
+  AcCmColor color() const;
+  Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true);
   Adesk::UInt16 colorIndex() const;
   double linetypeScale() const;
   AcDb::LineWeight lineWeight() const;

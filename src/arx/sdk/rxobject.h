@@ -1,6 +1,6 @@
 // The runtime object root and class descriptions. Reference: "OREFMAC AcRxObject",
 // https://help.autodesk.com/cloudhelp/2017/ENU/OARXMAC-RefGuide/files/OREFMAC-AcRxObject.html
-// (members not confirmed: isA, desc, isKindOf, AcRxClass::name).
+// (members not confirmed: isA, desc, isKindOf, AcRxClass::name and dxfName).
 #pragma once
 
 #include "adesk.h"
@@ -17,4 +17,5 @@ class AcRxObject {
 class AcRxClass : public AcRxObject {
  public:
   const ACHAR* name() const;
+  const ACHAR* dxfName() const;
 };
