@@ -102,3 +102,26 @@ TEST(Ocs, FollowsTheArbitraryAxisAlgorithm) {
 
 }  // namespace
 }  // namespace veltor::arx
+
+#include "arx/alias_paths.h"
+
+namespace veltor::arx {
+namespace {
+
+TEST(AliasPaths, TheAliasPathIsTheDriveOrTheRoot) {
+  EXPECT_EQ(AliasPathOf("D:\\data\\a.dwg"), "D:");
+  EXPECT_EQ(AliasPathOf("/home/a.dwg"), "/");
+  EXPECT_EQ(AliasPathOf("\\\\server\\share\\a.dwg"), "");
+}
+
+TEST(AliasPaths, TheLongestAliasThatEndsAtASeparatorReachesThePath) {
+  std::vector<od::DriveAlias> aliases = {{"DRIVE", "D:"}, {"DATA", "d:\\Data"}, {"DA", "D:\\Da"}};
+  EXPECT_EQ(ThroughAlias("D:\\data\\pipes\\a.dwg", aliases), "DATA:\\pipes\\a.dwg");
+  EXPECT_EQ(ThroughAlias("D:\\other\\a.dwg", aliases), "DRIVE:\\other\\a.dwg");
+  EXPECT_EQ(ThroughAlias("D:\\Dave\\a.dwg", aliases), "DRIVE:\\Dave\\a.dwg");
+  EXPECT_EQ(ThroughAlias("E:\\a.dwg", aliases), std::nullopt);
+  EXPECT_EQ(ThroughAlias("E:\\a.dwg", {}), std::nullopt);
+}
+
+}  // namespace
+}  // namespace veltor::arx
