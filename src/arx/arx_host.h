@@ -3,11 +3,10 @@
 // (the Win32 front end). One ArxHost lives from the module's initialisation to its unload.
 #pragma once
 
+#include <cstdint>
 #include <memory>
 
 #include "od/host.h"
-
-class AcDbDatabase;
 
 namespace veltor::arx {
 
@@ -34,10 +33,11 @@ class ArxHost : public od::Host {
   od::UiHost& ui_;
   std::unique_ptr<ArxApplication> app_;
   std::unique_ptr<ArxEditor> editor_;
-  // Rebuilt when the working database changes (another document became active).
-  AcDbDatabase* database_of_ = nullptr;
+  // Rebuilt when the working drawing changes (another document became active, or a new one
+  // opened where a closed one was): keyed by the drawing's serial, never reused.
+  uint32_t database_of_ = 0;
   std::unique_ptr<ArxDatabase> database_;
-  AcDbDatabase* project_of_ = nullptr;
+  uint32_t project_of_ = 0;
   std::unique_ptr<ArxProject> project_;
 };
 

@@ -48,6 +48,11 @@ CommandThunk BindFreeThunk(od::CommandHandler handler) {
   return nullptr;
 }
 
+void UnbindThunk(CommandThunk thunk) {
+  for (size_t i = 0; i < kThunks.size(); ++i)
+    if (kThunks[i] == thunk) Slots()[i] = nullptr;
+}
+
 void UnbindAllThunks() {
   for (od::CommandHandler& slot : Slots()) slot = nullptr;
 }

@@ -23,6 +23,8 @@ CommandThunk ThunkAt(size_t slot);
 // Binds the first free slot to `handler` and returns its function; nullptr when every slot is
 // taken.
 CommandThunk BindFreeThunk(od::CommandHandler handler);
+// Frees the slot of `thunk` (a function ThunkAt gave); nothing for any other pointer.
+void UnbindThunk(CommandThunk thunk);
 // Frees every slot (at unload, after the command groups were removed).
 void UnbindAllThunks();
 // How many slots are bound.

@@ -37,6 +37,14 @@ TEST_F(CommandThunks, EachRunsItsOwnHandlerAndAFreeOneNothing) {
   EXPECT_EQ(first, 1);
   EXPECT_EQ(second, 2);
   EXPECT_EQ(BoundThunkCount(), 2u);
+  UnbindThunk(b);
+  b();
+  EXPECT_EQ(second, 2);
+  EXPECT_EQ(BoundThunkCount(), 1u);
+  // The freed slot is the next one bound.
+  EXPECT_EQ(BindFreeThunk([&] { second += 10; }), b);
+  b();
+  EXPECT_EQ(second, 12);
   UnbindAllThunks();
   a();
   EXPECT_EQ(first, 1);

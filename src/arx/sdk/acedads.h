@@ -44,3 +44,6 @@ int acedSetStatusBarProgressMeter(const ACHAR* pszLabel, int nMinPos, int nMaxPo
 int acedSetStatusBarProgressMeterPos(int nPos);
 void acedRestoreStatusBar();
 void acedUpdateDisplay();
+
+// Adds an entity to a selection set (signature not confirmed; same family as acedSSName).
+int acedSSAdd(const ads_name ename, const ads_name sname, ads_name result);
