@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "arx/break_plan.h"
 #include "arx/ocs.h"
 #include "arx/open_object.h"
 #include "arx/wide_text.h"
@@ -23,7 +24,9 @@
 #include <dbsol3d.h>
 #include <dbspline.h>
 #include <dbsymtb.h>
+#include <dbdict.h>
 #include <dbdynblk.h>
+#include <dbxrecrd.h>
 
 namespace veltor::arx {
 
@@ -659,12 +662,109 @@ Status ArxDatabase::Erase(od::EntityId entity) {
   return Status::Ok();
 }
 
-Result<od::EntityList> ArxDatabase::BreakCurve(od::EntityId, const od::Point3&, const od::Point3&) {
-  return Status::Error("break: not available on this host yet");
+namespace {
+
+bool IsBreakable(const AcDbCurve* curve) {
+  return curve->isKindOf(AcDbLine::desc()) || curve->isKindOf(AcDbArc::desc()) ||
+         curve->isKindOf(AcDbCircle::desc()) || curve->isKindOf(AcDbPolyline::desc()) ||
+         curve->isKindOf(AcDb3dPolyline::desc()) || curve->isKindOf(AcDbSpline::desc());
 }
 
-Status ArxDatabase::CopyExtensionData(od::EntityId, od::EntityId) {
-  return Status::Error("copy extension data: not available on this host yet");
+}  // namespace
+
+Result<od::EntityList> ArxDatabase::BreakCurve(od::EntityId entity, const od::Point3& first,
+                                               const od::Point3& second) {
+  Result<AcDbObjectId> id = ToAcDbId(entity);
+  if (!id.ok()) return id.status().Wrap("break");
+  OpenObject<AcDbCurve> curve(*id, AcDb::kForWrite);
+  if (!curve) return Status::Error("break: the entity cannot be opened or is not a curve");
+  if (!IsBreakable(curve.get())) return Status::Error("break: this kind of curve cannot be broken");
+  AcGePoint3d on_a, on_b;
+  double a = 0, b = 0, start = 0, end = 0;
+  if (curve->getClosestPointTo(ToGe(first), on_a) != Acad::eOk ||
+      curve->getClosestPointTo(ToGe(second), on_b) != Acad::eOk ||
+      curve->getParamAtPoint(on_a, a) != Acad::eOk || curve->getParamAtPoint(on_b, b) != Acad::eOk ||
+      curve->getStartParam(start) != Acad::eOk || curve->getEndParam(end) != Acad::eOk)
+    return Status::Error("break: the points cannot be found on the curve");
+  std::optional<BreakPlan> plan = PlanBreak(curve->isClosed(), start, end, a, b);
+  if (!plan) return Status::Error("break: the points leave the curve whole or nothing of it");
+
+  AcGeDoubleArray params;
+  for (double p : plan->params) params.append(p);
+  AcDbVoidPtrArray pieces;
+  if (curve->getSplitCurves(params, pieces) != Acad::eOk ||
+      static_cast<size_t>(pieces.length()) != plan->pieces) {
+    for (int i = 0; i < pieces.length(); ++i) delete static_cast<AcDbEntity*>(pieces[i]);
+    return Status::Error("break: the host cannot split the curve there");
+  }
+  std::vector<AcDbEntity*> kept;
+  for (int i = 0; i < pieces.length(); ++i) {
+    auto piece = static_cast<AcDbEntity*>(pieces[i]);
+    if (std::find(plan->kept.begin(), plan->kept.end(), static_cast<size_t>(i)) != plan->kept.end())
+      kept.push_back(piece);
+    else
+      delete piece;  // the part the break removes
+  }
+  // The first piece takes the entity's place: same id, handle, extension dictionary.
+  Acad::ErrorStatus es = curve->handOverTo(kept[0], true, true);
+  if (es != Acad::eObjectToBeDeleted && es != Acad::eOk) {
+    for (AcDbEntity* piece : kept) delete piece;
+    return Status::Error("break: the host refused to replace the curve");
+  }
+  if (es == Acad::eObjectToBeDeleted) delete curve.release();
+  kept[0]->close();
+  od::EntityList result{entity};
+  for (size_t i = 1; i < kept.size(); ++i) {
+    Result<od::EntityId> added = AppendToModelSpace(kept[i]);
+    if (!added.ok()) return added.status().Wrap("break");
+    result.push_back(*added);
+  }
+  return result;
+}
+
+Status ArxDatabase::CopyExtensionData(od::EntityId from, od::EntityId to) {
+  // Object Data and classification live in the host's own objects, not in data records, so
+  // copying only XRECORD entries leaves them to the project.
+  AcDbObjectId source_dictionary;
+  {
+    OpenObject<AcDbEntity> source(from, AcDb::kForRead);
+    if (!source) return Status::Error("copy extension data: the source cannot be opened");
+    source_dictionary = source->extensionDictionary();
+  }
+  if (source_dictionary.isNull()) return Status::Ok();
+  std::vector<std::pair<std::wstring, AcDbObject*>> copies;
+  {
+    OpenObject<AcDbDictionary> dictionary(source_dictionary, AcDb::kForRead);
+    AcDbDictionaryIterator* it = dictionary ? dictionary->newIterator() : nullptr;
+    for (; it && !it->done(); it->next()) {
+      OpenObject<AcDbXrecord> record(it->objectId(), AcDb::kForRead);
+      if (!record) continue;
+      if (auto copy = static_cast<AcDbObject*>(record->clone()))
+        copies.emplace_back(it->name() ? it->name() : L"", copy);
+    }
+    delete it;
+  }
+  if (copies.empty()) return Status::Ok();
+  AcDbObjectId target_dictionary;
+  {
+    OpenObject<AcDbEntity> target(to, AcDb::kForWrite);
+    if (target) {
+      (void)target->createExtensionDictionary();  // fails harmlessly when it has one
+      target_dictionary = target->extensionDictionary();
+    }
+  }
+  OpenObject<AcDbDictionary> dictionary(target_dictionary, AcDb::kForWrite);
+  Status status = Status::Ok();
+  for (auto& [key, copy] : copies) {
+    AcDbObjectId added;
+    if (!dictionary || dictionary->setAt(key.c_str(), copy, added) != Acad::eOk) {
+      delete copy;
+      status = Status::Error("copy extension data: the target cannot take the data records");
+      continue;
+    }
+    copy->close();
+  }
+  return status;
 }
 
 Status ArxDatabase::SetAttributeText(od::ObjectId attribute, const std::string& text) {

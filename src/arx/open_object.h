@@ -33,6 +33,12 @@ class OpenObject {
   explicit operator bool() const { return object_ != nullptr; }
   T* get() const { return object_; }
   T* operator->() const { return object_; }
+  // Gives up the object without closing it (it was handed over and is the caller's now).
+  T* release() {
+    T* object = object_;
+    object_ = nullptr;
+    return object;
+  }
 
  private:
   T* object_ = nullptr;

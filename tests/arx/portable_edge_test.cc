@@ -125,3 +125,49 @@ TEST(AliasPaths, TheLongestAliasThatEndsAtASeparatorReachesThePath) {
 
 }  // namespace
 }  // namespace veltor::arx
+
+#include "arx/break_plan.h"
+
+namespace veltor::arx {
+namespace {
+
+TEST(BreakPlan, AnOpenCurveKeepsWhatLiesOutsideThePoints) {
+  std::optional<BreakPlan> middle = PlanBreak(false, 0, 2, 1.5, 0.5);  // points in any order
+  ASSERT_TRUE(middle.has_value());
+  EXPECT_EQ(middle->params, (std::vector<double>{0.5, 1.5}));
+  EXPECT_EQ(middle->kept, (std::vector<size_t>{0, 2}));
+  EXPECT_EQ(middle->pieces, 3u);
+  std::optional<BreakPlan> head = PlanBreak(false, 0, 2, 0, 1);
+  ASSERT_TRUE(head.has_value());
+  EXPECT_EQ(head->params, std::vector<double>{1});
+  EXPECT_EQ(head->kept, std::vector<size_t>{1});
+  std::optional<BreakPlan> tail = PlanBreak(false, 0, 2, 1, 2);
+  ASSERT_TRUE(tail.has_value());
+  EXPECT_EQ(tail->kept, std::vector<size_t>{0});
+  std::optional<BreakPlan> split = PlanBreak(false, 0, 2, 1, 1);
+  ASSERT_TRUE(split.has_value());
+  EXPECT_EQ(split->kept, (std::vector<size_t>{0, 1}));
+}
+
+TEST(BreakPlan, RefusesABreakThatLeavesTheCurveWholeOrNothing) {
+  EXPECT_FALSE(PlanBreak(false, 0, 2, 0, 2).has_value());
+  EXPECT_FALSE(PlanBreak(false, 0, 2, 0, 0).has_value());
+  EXPECT_FALSE(PlanBreak(false, 0, 2, 2, 2).has_value());
+}
+
+TEST(BreakPlan, AClosedCurveLosesThePartFromTheFirstPointForward) {
+  std::optional<BreakPlan> forward = PlanBreak(true, 0, 6.28, 1, 2);
+  ASSERT_TRUE(forward.has_value());
+  EXPECT_EQ(forward->params, (std::vector<double>{1, 2}));
+  EXPECT_EQ(forward->kept, std::vector<size_t>{1});
+  std::optional<BreakPlan> round = PlanBreak(true, 0, 6.28, 2, 1);
+  ASSERT_TRUE(round.has_value());
+  EXPECT_EQ(round->params, (std::vector<double>{1, 2}));
+  EXPECT_EQ(round->kept, std::vector<size_t>{0});
+  std::optional<BreakPlan> opened = PlanBreak(true, 0, 6.28, 3, 3);
+  ASSERT_TRUE(opened.has_value());
+  EXPECT_EQ(opened->pieces, 1u);
+}
+
+}  // namespace
+}  // namespace veltor::arx

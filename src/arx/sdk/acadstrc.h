@@ -14,5 +14,7 @@ struct Acad {
     eDuplicateKey = 57,
     eWasErased = 87,
     eNullObjectId = 5,
+    // AcDbObject::handOverTo succeeded: the object handed over is the caller's to delete.
+    eObjectToBeDeleted = 22,
   };
 };

@@ -15,5 +15,12 @@ class AcDbCurve : public AcDbEntity {
   virtual Acad::ErrorStatus getArea(double& area) const;
   virtual Acad::ErrorStatus getStartPoint(AcGePoint3d& point) const;
   virtual Acad::ErrorStatus getEndPoint(AcGePoint3d& point) const;
+  virtual Acad::ErrorStatus getClosestPointTo(const AcGePoint3d& givenPnt,
+                                              AcGePoint3d& pointOnCurve,
+                                              bool extend = false) const;
+  virtual Acad::ErrorStatus getParamAtPoint(const AcGePoint3d& point, double& param) const;
+  // The pieces are new, not database-resident curves the caller owns.
+  virtual Acad::ErrorStatus getSplitCurves(const AcGeDoubleArray& params,
+                                           AcDbVoidPtrArray& curveSegments) const;
   static AcRxClass* desc();
 };

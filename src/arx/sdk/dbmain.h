@@ -11,7 +11,7 @@
 // https://help.autodesk.com/cloudhelp/2017/ENU/OARXMAC-RefGuide/files/OREFMAC-AcDbDatabaseReactor.html
 // Not confirmed there: AcDbObjectId's members, AcDbHandle's constructor and accessors,
 // AcDbDatabase::getAcDbObjectId, the symbol table getters, AcDbEntity's property accessors,
-// extensionDictionary, getGeomExtents, AcDbExtents.
+// extensionDictionary, createExtensionDictionary, clone, handOverTo, getGeomExtents, AcDbExtents.
 #pragma once
 
 #include "acadstrc.h"
@@ -56,6 +56,7 @@ class AcDbObjectId {
 };
 
 typedef AcArray<AcDbObjectId> AcDbObjectIdArray;
+typedef AcArray<void*> AcDbVoidPtrArray;
 
 class AcDbExtents {
  public:
@@ -74,6 +75,13 @@ class AcDbObject : public AcRxObject {
   Acad::ErrorStatus erase(Adesk::Boolean erasing = true);
   Acad::ErrorStatus upgradeOpen();
   bool isErased() const;
+  // A copy that belongs to no database.
+  virtual AcRxObject* clone() const;
+  Acad::ErrorStatus createExtensionDictionary();
+  // Puts `newObject` in this object's place (same id, handle, extension dictionary); this object
+  // leaves the database and belongs to the caller.
+  Acad::ErrorStatus handOverTo(AcDbObject* newObject, Adesk::Boolean keepXData = true,
+                               Adesk::Boolean keepExtDict = true);
   static AcRxClass* desc();
 };
 
