@@ -628,7 +628,13 @@ std::optional<od::EntityProperties> ArxDatabase::Properties(od::EntityId entity)
   p.linetype_scale = e->linetypeScale();
   p.lineweight = static_cast<int>(e->lineWeight());
   p.plot_style = TakeHostString(e->plotStyleName());
-  // Transparency and hyperlinks are not read on this host yet: they keep "ByLayer" and "".
+  // The raw DXF form: ByBlock is 0x01000000, a value 0x02000000 plus its alpha.
+  AcCmTransparency transparency = e->transparency();
+  if (transparency.isByBlock())
+    p.transparency = 0x01000000L;
+  else if (!transparency.isByLayer())
+    p.transparency = 0x02000000L | long{transparency.alpha()};
+  // Hyperlinks are not read on this host yet: they stay "".
   return p;
 }
 

@@ -18,3 +18,11 @@ class AcCmColor {
   Adesk::UInt8 blue() const;
   void setRGB(Adesk::UInt8 red, Adesk::UInt8 green, Adesk::UInt8 blue);
 };
+
+class AcCmTransparency {
+ public:
+  AcCmTransparency();
+  bool isByLayer() const;
+  bool isByBlock() const;
+  Adesk::UInt8 alpha() const;
+};

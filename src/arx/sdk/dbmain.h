@@ -92,6 +92,7 @@ class AcDbEntity : public AcDbObject {
   ACHAR* linetype() const;
   ACHAR* plotStyleName() const;
   AcCmColor color() const;
+  AcCmTransparency transparency() const;
   Acad::ErrorStatus setColor(const AcCmColor& color, bool doSubents = true);
   Adesk::UInt16 colorIndex() const;
   double linetypeScale() const;
