@@ -21,6 +21,7 @@ class CVeltorApp {
  public:
   AcRx::AppRetCode On_kInitAppMsg(void* app_id) {
     ui_ = MakeWin32UiHost();
+    if (!ui_) return AcRx::kRetError;  // without a user interface the module cannot run
     host_ = std::make_unique<ArxHost>(*ui_, app_id);
     return Forward(AcRx::kInitAppMsg);
   }
