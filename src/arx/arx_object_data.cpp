@@ -4,6 +4,7 @@
 
 #include "arx/object_ids.h"
 #include "arx/wide_text.h"
+#include "od/value_convert.h"
 
 #include <MapODContainer.h>
 
@@ -24,7 +25,12 @@ od::Value FromMap(const AcMapValue& value) {
   }
 }
 
-void ToMap(const od::Value& value, AcMapValue& out) {
+// Writes `given` into a Map value, converted to the Map value's own type first (a value in a
+// column of another type takes the column's type, as the embedded host does).
+void ToMap(const od::Value& given, AcMapValue& out) {
+  od::Value value = out.Type() == AcMap::kUnknownType
+                        ? given
+                        : od::ConvertValue(given, static_cast<od::ValueType>(out.Type()));
   switch (value.type()) {
     case od::ValueType::kInteger: out = static_cast<int>(value.integer()); break;
     case od::ValueType::kReal: out = value.real(); break;
