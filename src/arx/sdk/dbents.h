@@ -18,6 +18,7 @@ class AcDbObjectIterator {
 class AcDbPoint : public AcDbEntity {
  public:
   explicit AcDbPoint(const AcGePoint3d& position);
+  static AcRxClass* desc();
 };
 
 class AcDbLine : public AcDbCurve {
@@ -57,6 +58,7 @@ class AcDb2dPolyline : public AcDbCurve {
 class AcDb3dPolylineVertex : public AcDbEntity {
  public:
   AcGePoint3d position() const;
+  static AcRxClass* desc();
 };
 
 class AcDb3dPolyline : public AcDbCurve {

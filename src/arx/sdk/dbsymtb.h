@@ -14,6 +14,7 @@ class AcDbSymbolTableRecord : public AcDbObject {
  public:
   Acad::ErrorStatus getName(const ACHAR*& pName) const;
   Acad::ErrorStatus setName(const ACHAR* pName);
+  static AcRxClass* desc();
 };
 
 class AcDbBlockTableRecordIterator {
@@ -32,6 +33,7 @@ class AcDbBlockTableRecord : public AcDbSymbolTableRecord {
                                 bool skipDeleted = true) const;
   Acad::ErrorStatus appendAcDbEntity(AcDbObjectId& pOutputId, AcDbEntity* pEntity);
   Acad::ErrorStatus setOrigin(const AcGePoint3d& pt);
+  static AcRxClass* desc();
 };
 
 class AcDbSymbolTable : public AcDbObject {
@@ -54,6 +56,7 @@ class AcDbLayerTableRecord : public AcDbSymbolTableRecord {
   bool isLocked() const;
   bool isOff() const;
   void setColor(const AcCmColor& color);
+  static AcRxClass* desc();
 };
 
 class AcDbLayerTableIterator {
