@@ -8,6 +8,7 @@
 
 #include <acdocman.h>
 #include <adslib.h>
+#include <dbapserv.h>
 
 namespace veltor::arx {
 
@@ -37,6 +38,31 @@ od::EntityList EntitiesOf(const ads_name ss) {
       if (od::EntityId e = ToOdId(id)) entities.push_back(e);
   }
   return entities;
+}
+
+// acedInitGet's flag that lets a prompt accept any text (answered with RTKWORD).
+constexpr int kArbitraryInput = 128;
+
+// The entity of the working drawing whose handle is `text` (hexadecimal), or kNullId.
+od::EntityId EntityByHandle(const std::string& text) {
+  uint64_t value = 0;
+  if (text.empty() || text.size() > 16) return od::kNullId;
+  for (char c : text) {
+    int digit = c >= '0' && c <= '9'   ? c - '0'
+                : c >= 'A' && c <= 'F' ? c - 'A' + 10
+                : c >= 'a' && c <= 'f' ? c - 'a' + 10
+                                       : -1;
+    if (digit < 0) return od::kNullId;
+    value = value * 16 + static_cast<uint64_t>(digit);
+  }
+  AcDbHostApplicationServices* services = acdbHostApplicationServices();
+  AcDbDatabase* db = services ? services->workingDatabase() : nullptr;
+  AcDbObjectId id;
+  AcDbHandle handle(static_cast<Adesk::UInt32>(value & 0xFFFFFFFFu),
+                    static_cast<Adesk::UInt32>(value >> 32));
+  if (!db || db->getAcDbObjectId(id, false, handle) != Acad::eOk || id.isErased())
+    return od::kNullId;
+  return ToOdId(id);
 }
 
 }  // namespace
@@ -84,13 +110,29 @@ od::PromptResult<od::Point3> ArxEditor::GetPoint(const std::string& prompt) {
 od::PromptResult<od::EntityId> ArxEditor::GetEntity(const std::string& prompt) {
   ads_name name;
   ads_point picked;
-  int rc = acedEntSel(Widen(prompt).c_str(), name, picked);
   od::PromptResult<od::EntityId> result;
-  if (rc == RTERROR) {  // Enter, or a pick that hit nothing
-    result.status = od::PromptStatus::kNone;
-    return result;
+  std::wstring wide_prompt = Widen(prompt);
+  for (;;) {
+    acedInitGet(kArbitraryInput, nullptr);  // a typed handle names an entity
+    int rc = acedEntSel(wide_prompt.c_str(), name, picked);
+    if (rc == RTERROR) {  // Enter, or a pick that hit nothing
+      result.status = od::PromptStatus::kNone;
+      return result;
+    }
+    if (rc != RTKWORD) {
+      result.status = StatusOf(rc);
+      break;
+    }
+    ACHAR typed[kAnswerCapacity] = {};
+    std::string handle = acedGetInput(typed, kAnswerCapacity) == RTNORM ? Narrow(typed) : "";
+    if (od::EntityId e = EntityByHandle(handle)) {
+      result.status = od::PromptStatus::kOk;
+      result.value = e;
+      return result;
+    }
+    // The same answer the embedded host gives to a handle that names nothing.
+    if (!Refuse("*Invalid selection*\nExpects an entity handle or Last")) return result;
   }
-  result.status = StatusOf(rc);
   AcDbObjectId id;
   if (result.ok()) {
     if (acdbGetObjectId(id, name) == Acad::eOk)

@@ -47,3 +47,7 @@ void acedUpdateDisplay();
 
 // Adds an entity to a selection set (signature not confirmed; same family as acedSSName).
 int acedSSAdd(const ads_name ename, const ads_name sname, ads_name result);
+
+// The text typed at the last prompt that allowed arbitrary input (acedInitGet flag 128), after
+// it answered RTKWORD (signature not confirmed).
+int acedGetInput(ACHAR* str, size_t bufsize);
