@@ -2,9 +2,11 @@
 
 #include <algorithm>
 
+#include "arx/arx_database.h"
 #include "arx/object_ids.h"
 #include "arx/post_command.h"
 #include "arx/wide_text.h"
+#include "od/text.h"
 
 #include <acdocman.h>
 #include <adslib.h>
@@ -42,6 +44,13 @@ od::EntityList EntitiesOf(const ads_name ss) {
 
 // acedInitGet's flag that lets a prompt accept any text (answered with RTKWORD).
 constexpr int kArbitraryInput = 128;
+
+// The last entity of the working drawing's model space, or kNullId.
+od::EntityId LastEntity() {
+  AcDbHostApplicationServices* services = acdbHostApplicationServices();
+  AcDbDatabase* db = services ? services->workingDatabase() : nullptr;
+  return db ? ArxDatabase(db).LastEntity() : od::kNullId;
+}
 
 // The entity of the working drawing whose handle is `text` (hexadecimal), or kNullId.
 od::EntityId EntityByHandle(const std::string& text) {
@@ -113,7 +122,7 @@ od::PromptResult<od::EntityId> ArxEditor::GetEntity(const std::string& prompt) {
   od::PromptResult<od::EntityId> result;
   std::wstring wide_prompt = Widen(prompt);
   for (;;) {
-    acedInitGet(kArbitraryInput, nullptr);  // a typed handle names an entity
+    acedInitGet(kArbitraryInput, nullptr);  // a typed handle or "Last" names an entity
     int rc = acedEntSel(wide_prompt.c_str(), name, picked);
     if (rc == RTERROR) {  // Enter, or a pick that hit nothing
       result.status = od::PromptStatus::kNone;
@@ -125,7 +134,8 @@ od::PromptResult<od::EntityId> ArxEditor::GetEntity(const std::string& prompt) {
     }
     ACHAR typed[kAnswerCapacity] = {};
     std::string handle = acedGetInput(typed, kAnswerCapacity) == RTNORM ? Narrow(typed) : "";
-    if (od::EntityId e = EntityByHandle(handle)) {
+    od::EntityId e = od::MatchesKeyword(handle, "Last") ? LastEntity() : EntityByHandle(handle);
+    if (e != od::kNullId) {
       result.status = od::PromptStatus::kOk;
       result.value = e;
       return result;
