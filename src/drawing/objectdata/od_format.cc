@@ -253,30 +253,4 @@ Status ParseTableDef(const model::Document& doc, const Tags& data, od::TableDefi
   return Status::Ok();
 }
 
-od::Value ConvertValue(const od::Value& value, od::ValueType to) {
-  if (value.type() == to) return value;
-  if (value.type() == od::ValueType::kInteger && to == od::ValueType::kReal)
-    return od::Value::Real(value.integer());
-  if (value.type() == od::ValueType::kReal && to == od::ValueType::kInteger) {
-    double r = value.real();
-    if (!(r > -2147483649.0 && r < 2147483648.0)) return od::Value(to);
-    return od::Value::Integer(static_cast<int32_t>(r));
-  }
-  // Everything else goes through the text forms users see.
-  std::string text = od::ValueToText(value);
-  switch (to) {
-    case od::ValueType::kInteger: return od::Value::Integer(od::ParseLeadingInt(text));
-    case od::ValueType::kReal: return od::Value::Real(od::ParseLeadingDouble(text));
-    case od::ValueType::kCharacter: return od::Value::Character(std::move(text));
-    case od::ValueType::kPoint: {
-      // A "*" would stand for the old value in user input; here it is just a character.
-      od::Value point(od::ValueType::kPoint);
-      if (text.find('*') != std::string::npos || !od::SetValueFromText(point, text)) break;
-      return point;
-    }
-    case od::ValueType::kUnknown: break;
-  }
-  return od::Value(to);
-}
-
 }  // namespace veltor::objectdata

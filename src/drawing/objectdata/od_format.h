@@ -10,6 +10,7 @@
 #include "od/object_data.h"
 #include "od/status.h"
 #include "od/value.h"
+#include "od/value_convert.h"
 
 namespace veltor::objectdata {
 
@@ -61,9 +62,7 @@ dxf::Tags TableDefTags(const model::Document& doc, const od::TableDefinition& de
 Status ParseTableDef(const model::Document& doc, const dxf::Tags& data,
                      od::TableDefinition& out);
 
-// Converts a value to another column type: numbers between each other (reals truncated
-// toward zero), anything to text in its usual text form, text to numbers by its leading
-// number, text to a point when it reads "x,y,z"; what cannot convert becomes the zero value.
-od::Value ConvertValue(const od::Value& value, od::ValueType to);
+// Converting a value to another column type (od/value_convert.h).
+using od::ConvertValue;
 
 }  // namespace veltor::objectdata
