@@ -28,9 +28,11 @@ if [ ! -d "$mingw_cxx/include/c++" ] || [ ! -f /usr/x86_64-w64-mingw32/include/w
   exit 1
 fi
 
-# The flags that make clang read the sources as v141 does: MSVC 19.16, Unicode, 64-bit.
+# The flags that make clang read the sources as v141 does: MSVC 19.16 with its language
+# extensions on (as without /Za, which the Windows headers' anonymous unions need), Unicode,
+# 64-bit.
 flags=(--target=x86_64-w64-windows-gnu -std=c++17 -fms-extensions -fms-compatibility-version=19.16
-       -D_MSC_VER=1916 -DUNICODE -D_UNICODE -D_WIN64 -DVELTOR_ARX_CHECK
+       -D_MSC_VER=1916 -D_MSC_EXTENSIONS=1 -DUNICODE -D_UNICODE -D_WIN64 -DVELTOR_ARX_CHECK
        -nostdinc++ -isystem "$mingw_cxx/include/c++"
        -isystem "$mingw_cxx/include/c++/x86_64-w64-mingw32" -I src -Wall -Werror)
 export_flags() { printf '%q ' "${flags[@]}"; }
