@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "arx/cell_editor.h"
+#include "arx/dialog_driver.h"
 #include "arx/dialog_layout.h"
 #include "arx/dialog_template.h"
 #include "arx/ui_text.h"
@@ -23,7 +24,7 @@ using od::ControlKind;
 // One running dialog: the model, the windows laid out for it and their state.
 class DialogRun {
  public:
-  explicit DialogRun(od::DialogModel& model) : model_(model) {}
+  explicit DialogRun(od::DialogModel& model) : model_(model), driver_(model) {}
 
   od::DialogResult Run(HWND owner) {
     // The grids' list view class.
@@ -176,13 +177,6 @@ class DialogRun {
 
   // --- windows to model ---
 
-  // Tells the model that control `id` changed from `before`, then shows the new state.
-  void Changed(int id, const Control& before) {
-    const Control* now = model_.Find(id);
-    if (now && *now != before) model_.OnChanged(id);
-    Sync();
-  }
-
   INT_PTR Command(UINT id, UINT code) {
     if (syncing_) return FALSE;
     if (id == static_cast<UINT>(od::kIdCancel) && !IsModelControl(od::kIdCancel, ControlKind::kButton)) {
@@ -199,25 +193,28 @@ class DialogRun {
       return TRUE;
     }
     HWND widget = GetDlgItem(window_, static_cast<int>(id));
-    const Control before = *control;
+    const int control_id = control->id;
     switch (control->kind) {
       case ControlKind::kButton:
-        if (code == BN_CLICKED) PressButton(control->id);
+        if (code == BN_CLICKED) PressButton(control_id);
         return TRUE;
       case ControlKind::kCheckBox:
         if (code != BN_CLICKED) return FALSE;
-        model_.SetChecked(control->id, Button_GetCheck(widget) == BST_CHECKED);
-        Changed(control->id, before);
+        driver_.Check(control_id, Button_GetCheck(widget) == BST_CHECKED);
+        Sync();
         return TRUE;
       case ControlKind::kEditBox:
         if (code != EN_KILLFOCUS) return FALSE;
-        CommitEdit(control->id);
+        ShowRefusal(driver_.CommitEdit(control_id, Narrow(WindowText(widget))));
+        Sync();
         return TRUE;
-      case ControlKind::kComboBox:
+      case ControlKind::kComboBox: {
         if (code != CBN_SELCHANGE) return FALSE;
-        model_.SetSelectedIndex(control->id, ComboBox_GetCurSel(widget));
-        Changed(control->id, before);
+        const int index = ComboBox_GetCurSel(widget);
+        driver_.Select(control_id, index >= 0 ? std::vector<int>{index} : std::vector<int>{});
+        Sync();
         return TRUE;
+      }
       case ControlKind::kListBox: {
         if (code != LBN_SELCHANGE) return FALSE;
         std::vector<int> selected;
@@ -230,8 +227,8 @@ class DialogRun {
         } else if (ListBox_GetCurSel(widget) >= 0) {
           selected.push_back(ListBox_GetCurSel(widget));
         }
-        model_.SetSelectedIndices(control->id, selected);
-        Changed(control->id, before);
+        driver_.Select(control_id, std::move(selected));
+        Sync();
         return TRUE;
       }
       default:
@@ -275,65 +272,28 @@ class DialogRun {
       const int id = grid->id;
       cells_.Begin(header->hwndFrom, row, column, Wide(current),
                    [this, id](int edited_row, int edited_column, const std::wstring& text) {
-                     const Control* now = model_.Find(id);
-                     if (!now) return;
-                     const Control before = *now;
-                     model_.SetCell(id, static_cast<size_t>(edited_row),
-                                    static_cast<size_t>(edited_column), Narrow(text));
-                     Changed(id, before);
+                     driver_.EditCell(id, static_cast<size_t>(edited_row),
+                                      static_cast<size_t>(edited_column), Narrow(text));
+                     Sync();
                    });
       return TRUE;
     }
     return FALSE;
   }
 
-  // Takes an edit box's text into the model; false (with the refusal shown) when it does not
-  // fit the box's type or range.
-  bool CommitEdit(int id) {
-    const Control* control = model_.Find(id);
-    HWND edit = Item(id, ItemRole::kWidget);
-    if (!control || !edit || !control->visible || !control->enabled) return true;
-    std::string text = Narrow(WindowText(edit));
-    if (control->edit_type != od::EditType::kText) text = std::string(od::TrimBlanks(text));
-    if (text == control->text) return true;
-    Status fits = od::CheckEditText(*control, text);
-    if (!fits.ok()) {
-      ShowRefusal(fits.message() + ".");
-      return false;
-    }
-    const Control before = *control;
-    model_.SetText(id, text);
-    Changed(id, before);
-    return true;
-  }
-
-  bool CommitEdits() {
-    std::vector<int> edits;
-    for (const Control& control : model_.controls())
-      if (control.kind == ControlKind::kEditBox) edits.push_back(control.id);
-    for (int id : edits) {
-      if (!CommitEdit(id)) {
-        SetFocus(Item(id, ItemRole::kWidget));
-        return false;
-      }
-    }
-    return true;
-  }
-
   void PressButton(int id) {
-    if (id == od::kIdCancel) {
-      EndDialog(window_, kClosedWithCancel);
-      return;
-    }
     cells_.End(true);
-    if (!CommitEdits()) return;
-    od::PressOutcome outcome = model_.Press(id);
+    const PressResult outcome = driver_.Press(id, [this](int edit) {
+      HWND window = Item(edit, ItemRole::kWidget);
+      return window ? Narrow(WindowText(window)) : std::string();
+    });
     if (outcome.closes) {
       EndDialog(window_, outcome.result == od::DialogResult::kOk ? kClosedWithOk : kClosedWithCancel);
       return;
     }
     Sync();
-    ShowRefusal(outcome.refusal.ok() ? std::string() : outcome.refusal.message());
+    ShowRefusal(outcome.refusal);
+    if (outcome.refused_edit != 0) SetFocus(Item(outcome.refused_edit, ItemRole::kWidget));
   }
 
   void ShowRefusal(const std::string& message) {
@@ -344,6 +304,7 @@ class DialogRun {
   }
 
   od::DialogModel& model_;
+  DialogDriver driver_;
   DialogLayout layout_;
   HWND window_ = nullptr;
   bool syncing_ = false;  // windows are being set from the model

@@ -13,7 +13,7 @@ target=(--target=x86_64-w64-windows-gnu)
 compile=("${target[@]}" -std=c++17 -O1 -DUNICODE -D_UNICODE -nostdinc++
          -isystem "$gcc_dir/include/c++" -isystem "$gcc_dir/include/c++/x86_64-w64-mingw32"
          -I "$root/src" -Wall -Werror)
-sources=(tests/arx/win32_smoke.cpp src/arx/win32_dialog.cpp src/arx/cell_editor.cpp
+sources=(tests/arx/win32_smoke.cpp src/arx/win32_dialog.cpp src/arx/dialog_driver.cpp src/arx/cell_editor.cpp
          src/arx/dialog_layout.cpp src/arx/dialog_template.cpp src/od/dialog_model.cc
          src/od/text.cc src/od/format.cc src/od/lower_case_table.cc)
 
