@@ -58,7 +58,7 @@ check_all() {
   for file in $failed; do
     local first
     first=$(grep -m1 -E 'error:' "$out/$(echo "$file" | tr / _).err" | sed "s|^$root/||")
-    echo "check-arx ($label): $file: ${first:-failed}"
+    echo "check-arx ($label): ${first:-$file: failed}"
     [ -n "${VERBOSE:-}" ] && cat "$out/$(echo "$file" | tr / _).err"
     failures=$((failures + 1))
   done
@@ -68,8 +68,10 @@ check_all() {
 # 1. Against our declaration headers.
 check_all sdk-decl -I src/arx/sdk
 
-# 2. Against the real SDK, when given. Its headers are included by their names in any case,
-# as Windows' file system finds them: a folder of lower-cased symlinks makes that work here.
+# 2. Against the real SDK, when given. Windows finds a header whatever the case of its name;
+# the SDKs' headers include each other, and we include them, in cases that differ from their
+# file names. A generated folder links every header under each spelling that some include
+# uses (and under its lower-case name), so the same includes resolve here.
 if [ -n "${ARX_SDK:-}" ]; then
   sdk_dirs=("$ARX_SDK/inc")
   [ -n "${MAP_SDK:-}" ] && sdk_dirs+=("$MAP_SDK/inc")
@@ -80,17 +82,28 @@ if [ -n "${ARX_SDK:-}" ]; then
   if [ $missing -eq 0 ]; then
     folded="$out/sdk-folded"
     rm -rf "$folded" && mkdir -p "$folded"
-    includes=()
+    declare -A by_lower=()
+    includes=(-I "$folded")
     for dir in "${sdk_dirs[@]}"; do
       includes+=(-I "$dir")
       for header in "$dir"/*; do
+        [ -f "$header" ] || continue
         name=$(basename "$header")
-        lower=$(echo "$name" | tr '[:upper:]' '[:lower:]')
-        [ -e "$folded/$lower" ] || ln -s "$header" "$folded/$lower"
-        [ -e "$folded/$name" ] || ln -s "$header" "$folded/$name"
+        lower=${name,,}
+        [ -n "${by_lower[$lower]:-}" ] && continue
+        by_lower[$lower]=$header
+        ln -s "$header" "$folded/$lower"
       done
     done
-    check_all real-sdk "${includes[@]}" -I "$folded"
+    while IFS= read -r name; do
+      case "$name" in */*|'') continue ;; esac
+      target=${by_lower[${name,,}]:-}
+      if [ -n "$target" ] && [ ! -e "$folded/$name" ]; then ln -s "$target" "$folded/$name"; fi
+    done < <(grep -rhoE '^[[:space:]]*#[[:space:]]*include[[:space:]]*[<"][^>"]+[>"]' \
+               "${sdk_dirs[@]}" src/od src/ui src/commands src/app src/arx 2>/dev/null \
+             | sed -E 's/.*[<"]([^>"]+)[>"]/\1/' | sort -u)
+    # The links' names differ in case from the files they point to, as Windows allows.
+    check_all real-sdk "${includes[@]}" -Wno-nonportable-include-path
   else
     failures=$((failures + 1))
   fi

@@ -36,7 +36,7 @@ class ContentPalette : public CAdUiPalette {
 
   BOOL PreTranslateMessage(MSG* message) override {
     if (content_ && message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST &&
-        IsChild(CWnd::FromHandle(message->hwnd)) && ::IsDialogMessageW(content_, message))
+        ::IsChild(content_, message->hwnd) && ::IsDialogMessageW(content_, message))
       return TRUE;
     return CAdUiPalette::PreTranslateMessage(message);
   }
@@ -81,12 +81,11 @@ PaletteSetState& State() {
 CAdUiPaletteSet* TheSet() {
   PaletteSetState& state = State();
   if (state.set) return state.set;
-  // Resources (the set's own menus and strings) come from the host while it is created.
-  CAcModuleResourceOverride resources;
+  // The module has no resources of its own, so no resource override is needed here.
   auto* set = new CAdUiPaletteSet();
   set->SetToolID(&kPaletteSetId);
   const CRect place(0, 0, 320, 520);
-  if (!set->Create(L"veltor", WS_CHILD | WS_DLGFRAME | WS_VISIBLE, place, acedGetAcadFrame(),
+  if (!set->Create(L"veltor", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, place, acedGetAcadFrame(),
                    PSS_AUTO_ROLLUP | PSS_CLOSE_BUTTON | PSS_PROPERTIES_MENU | PSS_SNAP)) {
     delete set;
     return nullptr;
@@ -106,7 +105,6 @@ bool ShowInPaletteSet(od::Palette& palette, od::Host& host) {
   PaletteSetState& state = State();
   ContentPalette*& shown = state.palettes[&palette];
   if (!shown) {
-    CAcModuleResourceOverride resources;
     auto* created = new ContentPalette(palette, host);
     const std::wstring name = Wide(palette.Name());
     if (!created->Create(WS_CHILD | WS_VISIBLE, name.c_str(), set, 0)) {
@@ -124,24 +122,19 @@ bool ShowInPaletteSet(od::Palette& palette, od::Host& host) {
 
 void HideInPaletteSet(od::Palette& palette) {
   PaletteSetState& state = State();
-  auto it = state.palettes.find(&palette);
-  if (!state.set || it == state.palettes.end()) return;
-  // A set shows one palette at a time: hiding the palette hides the set.
-  if (state.set->GetActivePalette() == it->second)
-    acedGetAcadFrame()->ShowControlBar(state.set, FALSE, FALSE);
+  if (!state.set || state.palettes.count(&palette) == 0) return;
+  // The set shows one palette at a time, the one asking: hiding it hides the set.
+  acedGetAcadFrame()->ShowControlBar(state.set, FALSE, FALSE);
 }
 
 void ClosePaletteSet() {
   PaletteSetState& state = State();
   if (!state.set) return;
-  // Destroying the set makes the host save its place under the tool id.
-  for (auto& [palette, shown] : state.palettes) {
-    state.set->RemovePalette(shown);
-    shown->DestroyWindow();
-    delete shown;
-  }
-  state.palettes.clear();
+  // Destroying the set's window (its palettes' windows with it, they are its children) makes
+  // the host save its place under the tool id; then the C++ objects go.
   state.set->DestroyWindow();
+  for (auto& entry : state.palettes) delete entry.second;
+  state.palettes.clear();
   delete state.set;
   state.set = nullptr;
 }
