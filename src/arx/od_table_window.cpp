@@ -219,6 +219,12 @@ class TableGrid : public PaletteContent {
     }
   }
 
+  // As every front end shows the palette: the table choices, the grid and its selection anew.
+  void Shown() override {
+    FillTables();
+    Rebuild();
+  }
+
   void ContextMenu(HWND control, int x, int y) override {
     if (control != grid_) return;
     if (x == -1 && y == -1) {  // from the keyboard: at the grid's corner

@@ -117,6 +117,7 @@ bool ShowInPaletteSet(od::Palette& palette, od::Host& host) {
   }
   set->SetActivePalette(shown);
   acedGetAcadFrame()->ShowControlBar(set, TRUE, FALSE);
+  NotifyShown(shown->content());
   return true;
 }
 

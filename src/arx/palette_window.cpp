@@ -7,6 +7,7 @@ namespace veltor::arx {
 namespace {
 
 constexpr wchar_t kClassName[] = L"VeltorPaletteContent";
+constexpr UINT kShownMessage = WM_APP + 1;
 
 // Passed through CreateWindowExW: the window adopts the content on WM_NCCREATE.
 struct Creation {
@@ -42,6 +43,9 @@ LRESULT CALLBACK ContentProc(HWND window, UINT message, WPARAM wparam, LPARAM lp
       return content->Notify(reinterpret_cast<NMHDR*>(lparam));
     case WM_COMMAND:
       content->Command(LOWORD(wparam), HIWORD(wparam), reinterpret_cast<HWND>(lparam));
+      return 0;
+    case kShownMessage:
+      content->Shown();
       return 0;
     case WM_CONTEXTMENU:
       content->ContextMenu(reinterpret_cast<HWND>(wparam), static_cast<short>(LOWORD(lparam)),
@@ -87,6 +91,10 @@ HWND CreateContentWindow(HWND parent, std::unique_ptr<PaletteContent> content) {
                                 parent, nullptr, ThisModule(), &creation);
   if (!creation.adopted) delete creation.content;
   return window;
+}
+
+void NotifyShown(HWND content_window) {
+  if (content_window) SendMessageW(content_window, kShownMessage, 0, 0);
 }
 
 HWND CreatePaletteWindow(od::Palette& palette, od::Host& host, HWND parent) {

@@ -27,11 +27,16 @@ class PaletteContent {
   virtual void Command(int id, int code, HWND control) = 0;
   // WM_CONTEXTMENU at screen point (x, y) over `control`.
   virtual void ContextMenu(HWND control, int x, int y) { (void)control, (void)x, (void)y; }
+  // The palette was asked to show (again): the content brings itself up to its model.
+  virtual void Shown() {}
 };
 
 // Creates a content window running `content` as a visible child of `parent` filling it;
 // nullptr when the window could not be created (the content is then destroyed).
 HWND CreateContentWindow(HWND parent, std::unique_ptr<PaletteContent> content);
+
+// Tells a content window that its palette was asked to show (PaletteContent::Shown).
+void NotifyShown(HWND content_window);
 
 // The content window that shows `palette` (the command tree, the table grid) as a child of
 // `parent`; nullptr for a palette no window shows. `host` must outlive the window.
