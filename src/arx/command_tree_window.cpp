@@ -44,7 +44,10 @@ class CommandTree : public PaletteContent {
     return 0;
   }
 
-  void Command(int, int, HWND) override {}
+  // Inside the palette set, dialog navigation turns Enter into IDOK before the tree sees it.
+  void Command(int id, int, HWND) override {
+    if (id == IDOK) RunItem(TreeView_GetSelection(tree_));
+  }
 
  private:
   void AddGroup(const ui::MenuGroup& group, HTREEITEM parent) {
