@@ -1,6 +1,7 @@
 # The two commands a newcomer needs:
 #   make demo   install what is missing, build, and run veltor on the sample drawing
-#   make test   install what is missing, build, and run every test (also under sanitizers)
+#   make test   install what is missing, build, and run every test (also under sanitizers,
+#               and the Windows plug-in's check: make check-arx)
 # Both only redo what changed.
 
 BUILD      ?= build
@@ -8,7 +9,7 @@ BUILD_SAN  ?= build-asan
 JOBS       ?= $(shell nproc)
 WERROR     := $(if $(CI),ON,OFF)
 
-.PHONY: all setup build build-san demo test test-fast test-san oracle bench fuzz clean
+.PHONY: all setup build build-san demo test test-fast test-san check-arx oracle bench fuzz clean
 
 all: build
 
@@ -42,7 +43,13 @@ test-san: build-san
 	cd $(BUILD_SAN) && ASAN_OPTIONS=detect_leaks=1 UBSAN_OPTIONS=print_stacktrace=1 \
 	  ctest --output-on-failure -j $(JOBS) -LE oracle
 
-test: test-fast test-san
+# The Windows plug-in as far as Linux can check it (scripts/check_arx.sh, docs/windows.md):
+# the portable layers and src/arx compiled for 64-bit Windows, and the Win32 smoke program.
+# `make check-arx ARX_SDK=DIR [MAP_SDK=DIR]` also checks against a real SDK's headers.
+check-arx: setup
+	@ARX_SDK="$(ARX_SDK)" MAP_SDK="$(MAP_SDK)" JOBS=$(JOBS) scripts/check_arx.sh $(BUILD)
+
+test: test-fast test-san check-arx
 
 bench: build
 	$(BUILD)/bin/veltor_bench

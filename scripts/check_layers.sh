@@ -32,6 +32,25 @@ for dir in src/commands src/ui; do
 done
 check src/od 'app/|commands/|ui/|console/' "the layers above it"
 
+# The Windows plug-in's adapter (src/arx, .cpp/.h) sits on the module alone: no embedded host,
+# Qt or front end; and only its *_mfc.cpp files include MFC.
+if [ -d "$root/src/arx" ]; then
+  hits=$(grep -rnE '#include *[<"](drawing/|Q[A-Za-z]+|qt|console/|workbench/)' "$root/src/arx" \
+    --include='*.h' --include='*.cpp' || true)
+  if [ -n "$hits" ]; then
+    echo "layering: src/arx must not include the embedded host, Qt or a front end:"
+    echo "$hits"
+    status=1
+  fi
+  hits=$(grep -rnE '#include *[<"](afx[a-z]*|adui|acui)\.h' "$root/src/arx" --include='*.h' \
+    --include='*.cpp' | grep -v '_mfc\.cpp:' || true)
+  if [ -n "$hits" ]; then
+    echo "layering: only src/arx/*_mfc.cpp include MFC headers:"
+    echo "$hits"
+    status=1
+  fi
+fi
+
 # The Windows plug-in's toolset has no std::to_chars(double, chars_format::fixed, precision):
 # the module's portable layers reach it only through od/value.cc, behind the toolset check of
 # od/fixed_format.h.

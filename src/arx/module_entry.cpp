@@ -7,6 +7,8 @@
 #include "app/veltor_app.h"
 #include "arx/arx_host.h"
 #include "arx/command_thunks.h"
+#include "arx/host_main_window.h"
+#include "arx/palette_set.h"
 #include "arx/win32_ui_host.h"
 
 #include <rxregsvc.h>
@@ -20,15 +22,17 @@ namespace {
 class CVeltorApp {
  public:
   AcRx::AppRetCode On_kInitAppMsg(void* app_id) {
-    ui_ = MakeWin32UiHost();
-    if (!ui_) return AcRx::kRetError;  // without a user interface the module cannot run
+    ui_ = std::make_unique<Win32UiHost>(&adsw_acadMainWnd, nullptr);
     host_ = std::make_unique<ArxHost>(*ui_, app_id);
+    ui_->SetHost(host_.get());
     return Forward(AcRx::kInitAppMsg);
   }
   AcRx::AppRetCode On_kUnloadAppMsg(void*) {
     AcRx::AppRetCode result = Forward(AcRx::kUnloadAppMsg);
-    // The command groups are removed: no thunk can be called any more.
+    // The command groups are removed: no thunk can be called any more, and no palette may
+    // outlive the host its gestures run against.
     UnbindAllThunks();
+    ClosePaletteSet();
     host_.reset();
     ui_.reset();
     return result;
@@ -42,7 +46,7 @@ class CVeltorApp {
     return static_cast<AcRx::AppRetCode>(app::AcrxEntryPoint(message, host));
   }
 
-  std::unique_ptr<od::UiHost> ui_;
+  std::unique_ptr<Win32UiHost> ui_;
   std::unique_ptr<ArxHost> host_;
 };
 

@@ -14,8 +14,6 @@ namespace {
 
 constexpr int kDefaultPrecision = 6;
 constexpr int kMaxPrecision = 1074;
-// Sign, 309 integer digits of DBL_MAX, point, and some slack.
-constexpr int kFixedOverhead = 320;
 
 // std::to_chars does not consult the locale, so "." is always the separator. A toolset
 // without its fixed-precision overload takes the exact expansion of fixed_format.h instead.
@@ -23,6 +21,8 @@ std::string FormatFixed(double number, int precision) {
 #if !VELTOR_HAS_FIXED_TO_CHARS
   return FormatFixedExact(number, precision);
 #else
+  // Sign, 309 integer digits of DBL_MAX, point, and some slack.
+  constexpr int kFixedOverhead = 320;
   if (std::isnan(number)) return std::signbit(number) ? "-nan" : "nan";
   if (std::isinf(number)) return number < 0 ? "-inf" : "inf";
   std::string out(static_cast<std::size_t>(precision + kFixedOverhead), '\0');

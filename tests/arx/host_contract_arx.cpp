@@ -1,6 +1,6 @@
 // The host contract (tests/support/host_contract.h) instantiated with the Windows plug-in's
 // host. The Linux check compiles this file for the Windows target against the SDK
-// declarations (scripts/check_arx_tests.sh); it runs only inside the CAD host, in a test build
+// declarations (scripts/check_arx.sh); it runs only inside the CAD host, in a test build
 // of the plug-in that opens one empty drawing first and hands its application packet here.
 #include <memory>
 #include <string>
@@ -17,9 +17,10 @@ void* ArxTestApplicationPacket();
 namespace {
 
 struct ArxHostUnderTest : HostUnderTest {
-  ArxHostUnderTest() : ui(arx::MakeWin32UiHost()), adapter(*ui, ArxTestApplicationPacket()) {}
+  // Dialogs without an owner window and palettes without gestures: the contract shows none.
+  ArxHostUnderTest() : ui(nullptr, nullptr), adapter(ui, ArxTestApplicationPacket()) {}
   od::Host& host() override { return adapter; }
-  std::unique_ptr<od::UiHost> ui;
+  arx::Win32UiHost ui;
   arx::ArxHost adapter;
 };
 
