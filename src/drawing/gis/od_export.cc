@@ -74,9 +74,16 @@ struct SrsDeleter {
 };
 using SrsPtr = std::unique_ptr<std::remove_pointer_t<OGRSpatialReferenceH>, SrsDeleter>;
 
-Result<SrsPtr> ReadSrs(const std::string& text, const GdalErrorCapture& errors) {
-  if (text.empty()) return SrsPtr();
+// The layers' spatial reference. Without one, a GeoPackage is told that the coordinates are
+// Cartesian drawing units (its "undefined Cartesian" entry) rather than the undefined
+// geographic system it assumes otherwise.
+Result<SrsPtr> ReadSrs(const std::string& text, bool geopackage, const GdalErrorCapture& errors) {
+  if (text.empty() && !geopackage) return SrsPtr();
   SrsPtr srs(OSRNewSpatialReference(nullptr));
+  if (text.empty()) {
+    OSRSetLocalCS(srs.get(), "Undefined cartesian SRS");
+    return srs;
+  }
   OSRSetAxisMappingStrategy(srs.get(), OAMS_TRADITIONAL_GIS_ORDER);
   if (OSRSetFromUserInput(srs.get(), text.c_str()) != OGRERR_NONE)
     return Status::Error(errors.Explain("spatial reference '" + text + "': not understood"));
@@ -225,7 +232,7 @@ Result<ExportSummary> ExportObjectData(const std::vector<ExportSource>& drawings
   const bool postgres = IsPostgres(options.target);
   Result<GDALDriverH> driver = WritableDriver(postgres ? "PostgreSQL" : options.format);
   if (!driver.ok()) return driver.status();
-  Result<SrsPtr> srs = ReadSrs(options.srs, errors);
+  Result<SrsPtr> srs = ReadSrs(options.srs, !postgres && options.format == "GPKG", errors);
   if (!srs.ok()) return srs.status();
   Result<std::vector<LayerPlan>> plans = PlanLayers(drawings, options);
   if (!plans.ok()) return plans.status();
@@ -236,7 +243,7 @@ Result<ExportSummary> ExportObjectData(const std::vector<ExportSource>& drawings
   ExportSummary summary;
   if (postgres) {
     Output out;
-    out.ds_ = GDALOpenEx(options.target.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE, nullptr, nullptr, nullptr);
+    out.ds_ = GDALOpenEx(options.target.c_str(), GDAL_OF_VECTOR | GDAL_OF_UPDATE | GDAL_OF_VERBOSE_ERROR, nullptr, nullptr, nullptr);
     if (!out.ds_) return Status::Error(errors.Explain("database: cannot be opened"));
     if (Status s = Fill(out, *plans, drawings, options, srs->get(), true, errors, summary); !s.ok())
       return s.Wrap("database");

@@ -182,7 +182,7 @@ Result<SourceData> ReadSource(const ImportOptions& options) {
   EnsureGdal();
   GdalErrorCapture errors;
   std::unique_ptr<void, DatasetCloser> ds(
-      GDALOpenEx(options.source.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY, nullptr, nullptr, nullptr));
+      GDALOpenEx(options.source.c_str(), GDAL_OF_VECTOR | GDAL_OF_READONLY | GDAL_OF_VERBOSE_ERROR, nullptr, nullptr, nullptr));
   if (!ds) return Status::Error(errors.Explain(options.source + ": cannot be opened as vector data"));
   OGRLayerH layer = nullptr;
   if (options.layer.empty()) {
