@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <filesystem>
 #include <fstream>
 
 #include <gdal.h>
@@ -36,7 +37,7 @@ od::Record SiteRecord(int id, double area, const std::string& owner, od::Point3 
 // A drawing with two tables and entities of every kind the exporter maps.
 class GisExchange : public testing::SessionFixture {
  protected:
-  GisExchange() : dir_("exchange") {
+  GisExchange() {
     session::RegisterHostCommands(session_);
     RegisterGisCommands(session_);
     od::TableDefinition sites{"Sites", "surveyed sites", {}};

@@ -1,4 +1,4 @@
-// Shared by the GIS tests: a scratch folder, GDAL's command-line tools as an independent
+// Shared by the GIS tests: GDAL's command-line tools as an independent
 // oracle, and records gathered per table for comparing drawings.
 #pragma once
 
@@ -10,37 +10,15 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <filesystem>
 #include <map>
 #include <string>
 #include <vector>
 
+#include "../dxf/test_files.h"
 #include "drawing/model/entity.h"
 #include "drawing/objectdata/od_store.h"
 
 namespace veltor::testing {
-
-// A fresh folder under the system's temporary folder, removed at the end.
-class ScratchDir {
- public:
-  explicit ScratchDir(const std::string& name) {
-    path_ = std::filesystem::temp_directory_path() / ("veltor-gis-" + name + "-" + std::to_string(::getpid()));
-    std::filesystem::remove_all(path_);
-    std::filesystem::create_directories(path_);
-  }
-  ~ScratchDir() { std::filesystem::remove_all(path_); }
-  std::string File(const std::string& name) const { return (path_ / name).string(); }
-  // Names of the entries in the folder, sorted.
-  std::vector<std::string> Entries() const {
-    std::vector<std::string> names;
-    for (const auto& e : std::filesystem::directory_iterator(path_)) names.push_back(e.path().filename().string());
-    std::sort(names.begin(), names.end());
-    return names;
-  }
-
- private:
-  std::filesystem::path path_;
-};
 
 // Runs a shell command; returns its standard output (standard error joined), and its exit
 // status in `status`.
@@ -56,7 +34,7 @@ inline std::string Shell(const std::string& command, int* status = nullptr) {
   return out;
 }
 
-inline bool HaveOgrTools() { return std::filesystem::exists("/usr/bin/ogrinfo") && std::filesystem::exists("/usr/bin/ogr2ogr"); }
+inline bool HaveOgrTools() { return ::access("/usr/bin/ogrinfo", X_OK) == 0 && ::access("/usr/bin/ogr2ogr", X_OK) == 0; }
 
 // One value as exact text (reals in hexadecimal floating point), so that equal texts mean
 // equal values.
