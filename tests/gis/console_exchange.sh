@@ -39,6 +39,17 @@ out=$("$veltor" --export "$scratch/all.gpkg" --without-records --precision 0.5 "
 expect "in 10 layers." "$out"
 expect "Layer name: veltor_no_records" "$(ogrinfo -ro -so -al "$scratch/all.gpkg")"
 
+# A shapefile folder: one .shp per table; a second export replaces the folder whole.
+"$veltor" --export "$scratch/shapes" --format "ESRI Shapefile" --tables Roads,Pipes "$city" >/dev/null \
+  || fail "shapefile export"
+[ "$(ls "$scratch/shapes" | tr '\n' ' ')" = "Pipes.dbf Pipes.shp Pipes.shx Roads.dbf Roads.shp Roads.shx " ] \
+  || fail "shapefile folder: $(ls "$scratch/shapes")"
+"$veltor" --export "$scratch/shapes" --format "ESRI Shapefile" --tables Notes "$city" >/dev/null \
+  || fail "shapefile export again"
+[ "$(ls "$scratch/shapes" | tr '\n' ' ')" = "Notes.dbf Notes.shp Notes.shx " ] \
+  || fail "shapefile folder not replaced: $(ls "$scratch/shapes")"
+expect "Feature Count: 22" "$(ogrinfo -ro -so -al "$scratch/shapes")"
+
 # Import into a new drawing, saved with -o.
 out=$("$veltor" --import "$scratch/both.gpkg" --layer Pipes --target-layer GIS --table Sewer \
       -o "$scratch/imported.dxf" 2>&1) || fail "import exited $?: $out"
