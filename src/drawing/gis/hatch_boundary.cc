@@ -5,6 +5,7 @@
 #include "drawing/geometry/bulge.h"
 #include "drawing/geometry/conic.h"
 #include "drawing/geometry/flatten.h"
+#include "drawing/geometry/nurbs.h"
 #include "drawing/geometry/ocs.h"
 #include "drawing/gis/gis_geometry.h"
 #include "drawing/model/entity_geometry_tags.h"
@@ -40,6 +41,18 @@ class TagCursor {
 
 void Append(std::vector<geom::Vec3>& ring, const geom::Vec3& p) {
   if (ring.empty() || ring.back().x != p.x || ring.back().y != p.y) ring.push_back(p);
+}
+
+// An elliptic edge stores the angles of its end points, in degrees; the ellipse's parameter
+// (in degrees too) of the point at that angle.
+double ParamOfAngle(double angle_deg, double ratio) {
+  if (!(ratio > 0)) return angle_deg;
+  const double a = angle_deg * kDegree;
+  double param = std::atan2(std::sin(a) / ratio, std::cos(a)) / kDegree;
+  // Keep the turn the angle was in, so that end - start still spans the same sweep.
+  const double turns = std::floor(angle_deg / 360.0);
+  if (param < 0) param += 360.0;
+  return param + turns * 360.0;
 }
 
 void AppendConic(std::vector<geom::Vec3>& ring, const geom::ConicArc& arc, double radius,
@@ -111,26 +124,40 @@ bool ReadEdge(TagCursor& c, double deviation, std::vector<geom::Vec3>& ring) {
           !c.Take(51, end))
         return false;
       c.TakeInt(73, ccw);
-      AppendEdgeArc(ring, a, b, {-b.y * ratio, b.x * ratio}, start, end, ccw != 0, deviation);
+      AppendEdgeArc(ring, a, b, {-b.y * ratio, b.x * ratio}, ParamOfAngle(start, ratio),
+                    ParamOfAngle(end, ratio), ccw != 0, deviation);
       return true;
-    case 4: {  // spline: its control points stand for it
+    case 4: {  // spline: flattened as the SPLINE entity is, or its control points when invalid
       long long degree = 0, rational = 0, periodic = 0, knots = 0, controls = 0, fits = 0;
       if (!c.TakeInt(94, degree) || !c.TakeInt(73, rational) || !c.TakeInt(74, periodic) ||
           !c.TakeInt(95, knots) || !c.TakeInt(96, controls))
         return false;
-      double ignored = 0;
-      for (long long i = 0; i < knots; ++i)
-        if (!c.Take(40, ignored)) return false;
+      geom::SplineData spline;
+      spline.degree = static_cast<int>(degree);
+      spline.periodic = periodic != 0;
+      for (long long i = 0; i < knots; ++i) {
+        double knot = 0;
+        if (!c.Take(40, knot)) return false;
+        spline.knots.push_back(knot);
+      }
       for (long long i = 0; i < controls; ++i) {
         if (!c.TakePoint(10, a)) return false;
-        c.Take(42, ignored);
-        Append(ring, geom::Vec3(a));
+        spline.control_points.push_back(geom::Vec3(a));
+        double weight = 1;
+        if (c.Take(42, weight)) spline.weights.push_back(weight);
       }
+      if (spline.weights.size() != spline.control_points.size()) spline.weights.clear();
       if (c.TakeInt(97, fits))
         for (long long i = 0; i < fits; ++i)
           if (!c.TakePoint(11, b)) return false;
       c.TakePoint(12, a);
       c.TakePoint(13, b);
+      Result<geom::NurbsCurve> curve = geom::NurbsCurve::Make(spline);
+      if (!curve.ok()) {
+        for (const geom::Vec3& p : spline.control_points) Append(ring, p);
+        return true;
+      }
+      for (const geom::Vec3& p : geom::Flatten(*curve, geom::kMaxPrecision).points) Append(ring, p);
       return true;
     }
     default:

@@ -3,6 +3,9 @@
 #include <gtest/gtest.h>
 
 #include "../../session/session_fixture.h"
+#include <cmath>
+
+#include "drawing/gis/gis_geometry.h"
 #include "drawing/gis/od_export.h"
 #include "gis_test_support.h"
 
@@ -68,6 +71,35 @@ TEST_P(GisCorpus, ExportedRecordsGoThroughOgr2ogrIntoGeoJson) {
             static_cast<size_t>(types["HATCH"])) << hatches.substr(0, 3000);
   const std::string lines = Shell("ogrinfo -ro -al -geom=SUMMARY " + json + " -where \"WHAT = 'LINE'\"");
   EXPECT_EQ(Count(lines, "  LINESTRING : "), static_cast<size_t>(types["LINE"]));
+}
+
+// Hatch boundaries against areas known independently: two nested full ellipses (a ring
+// between them, computed from the ellipses' axes); an edge path of lines, circular and
+// elliptic arcs and a spline (ezdxf 0.18.1's path flattening gives 1268.824); an edge path
+// with clockwise arcs (ezdxf: 0.1978). Ellipses are cut into at most 396 chords per turn, which
+// loses up to 4e-5 of their area.
+TEST(GisHatches, BoundaryAreasMatchAnIndependentReading) {
+  VELTOR_NEEDS_CORPUS();
+  struct Case {
+    const char* drawing;
+    model::Handle hatch;
+    double area;
+    double tolerance;
+  };
+  const double a1 = 12.13728813739648, b1 = a1 * 0.4999999999999999;
+  const double a2 = 9.102966103047358, b2 = a2 * 0.6666666666666666;
+  const Case cases[] = {{"qcad__DIN7200.dxf", 0xE51, M_PI * (a1 * b1 - a2 * b2), 0.005},
+                        {"ezdxf__hatches_2.dxf", 0x233, 1268.824, 0.01},
+                        {"dxfparser__api-cw750-details.dxf", 0x1438, 0.1978, 0.0001}};
+  for (const Case& c : cases) {
+    auto doc = model::Document::Open(testing::CorpusFile(c.drawing));
+    ASSERT_TRUE(doc.ok()) << doc.message();
+    const model::RecordId hatch = (*doc)->Find(c.hatch);
+    ASSERT_NE(hatch, model::kNoRecord) << c.drawing;
+    GeometryPtr g = EntityGeometry(**doc, hatch, 1e-5);
+    ASSERT_TRUE(g) << c.drawing;
+    EXPECT_NEAR(OGR_G_Area(g.get()), c.area, c.tolerance) << c.drawing;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Hatches, GisCorpus,
