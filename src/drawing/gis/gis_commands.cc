@@ -3,6 +3,7 @@
 #include "drawing/gis/gis_commands.h"
 
 #include <filesystem>
+#include <optional>
 
 #include "drawing/gis/od_export.h"
 #include "drawing/gis/od_import.h"

@@ -3,6 +3,7 @@
 #include <strings.h>
 
 #include <climits>
+#include <cstring>
 #include <memory>
 
 #include <gdal.h>
