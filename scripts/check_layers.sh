@@ -3,7 +3,8 @@
 # - src/od, src/commands and src/ui know nothing of the drawing engine, Qt or the host SDK;
 # - src/commands and src/ui never include the module shell (src/app);
 # - src/commands and src/ui never include a front end (src/console);
-# - src/od, the bottom of the module, includes none of the layers above it.
+# - src/od, the bottom of the module, includes none of the layers above it;
+# - GDAL is reached only from the GIS layer (src/drawing/gis), above the session.
 set -u
 root="$(cd "$(dirname "$0")/.." && pwd)"
 status=0
@@ -22,7 +23,7 @@ check() {
   fi
 }
 
-engine='drawing/|Q[A-Za-z]+|qt|aced|acdb|acrx|acap|adesk|arx|rxregsvc|dbmain|AcMap'
+engine='drawing/|Q[A-Za-z]+|qt|aced|acdb|acrx|acap|adesk|arx|rxregsvc|dbmain|AcMap|gdal|ogr_|cpl_'
 for dir in src/od src/commands src/ui; do
   check "$dir" "$engine" "engine, Qt or SDK headers"
 done
@@ -31,6 +32,10 @@ for dir in src/commands src/ui; do
   check "$dir" 'console/' "front-end headers (console/)"
 done
 check src/od 'app/|commands/|ui/|console/' "the layers above it"
+for dir in src/drawing/dxf src/drawing/geometry src/drawing/model src/drawing/objectdata \
+           src/drawing/session; do
+  check "$dir" 'gdal|ogr_|cpl_|drawing/gis/' "GDAL or the GIS layer above it"
+done
 
 # The Windows plug-in's adapter (src/arx, .cpp/.h) sits on the module alone: no embedded host,
 # Qt or front end; and only its *_mfc.cpp files include MFC.

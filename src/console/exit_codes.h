@@ -15,5 +15,7 @@ constexpr int kExitBatchSomeFailed = 7;
 // same name, an output folder or report that cannot be written), or the report could not be
 // written while running.
 constexpr int kExitBatchNotRun = 8;
+// --export or --import failed (nothing was written, the drawing was not changed).
+constexpr int kExitExchangeFailed = 9;
 
 }  // namespace veltor::console

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 #include <string>
 
@@ -15,6 +16,9 @@
 #include "console/progress_line.h"
 #include "console/script_input.h"
 #include "console/terminal_input.h"
+#include "drawing/gis/gis_commands.h"
+#include "drawing/gis/od_export.h"
+#include "drawing/gis/od_import.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/session.h"
 
@@ -33,6 +37,68 @@ int Info(const std::string& path) {
   return 0;
 }
 
+// --export: every drawing's Object Data into one GIS output.
+int Export(const Options& options) {
+  std::vector<std::string> paths{options.drawing};
+  paths.insert(paths.end(), options.more_drawings.begin(), options.more_drawings.end());
+  std::vector<std::unique_ptr<veltor::model::Document>> docs;
+  std::vector<veltor::gis::ExportSource> sources;
+  for (const std::string& path : paths) {
+    auto doc = veltor::model::Document::Open(path);
+    if (!doc.ok()) {
+      std::fprintf(stderr, "veltor: %s\n", doc.message().c_str());
+      return kExitBadDrawing;
+    }
+    for (const std::string& w : (*doc)->warnings())
+      std::fprintf(stderr, "veltor: warning: %s\n", w.c_str());
+    docs.push_back(std::move(doc).value());
+    sources.push_back({docs.back().get(), std::filesystem::path(path).filename().string()});
+  }
+  veltor::gis::ExportOptions e;
+  e.target = options.export_target;
+  if (!options.format.empty()) e.format = options.format;
+  e.srs = options.srs;
+  e.tables = options.tables;
+  e.without_records = options.without_records;
+  if (options.precision > 0) e.deviation = options.precision;
+  e.overwrite = options.overwrite;
+  auto done = veltor::gis::ExportObjectData(sources, e);
+  if (!done.ok()) {
+    std::fprintf(stderr, "veltor: export: %s\n", done.message().c_str());
+    return kExitExchangeFailed;
+  }
+  if (done->damaged_records > 0)
+    std::fprintf(stderr, "veltor: warning: %zu records that cannot be read were left out\n",
+                 done->damaged_records);
+  std::printf("Exported: %zu features in %zu layers.\n", done->features, done->layers);
+  return 0;
+}
+
+// --import: the source's features into the drawing, as one undo step before the script.
+bool Import(veltor::session::Session& session, const Options& options) {
+  veltor::gis::ImportOptions i;
+  i.source = options.import_source;
+  i.layer = options.import_layer;
+  i.target_layer = options.target_layer;
+  i.table = options.table;
+  veltor::model::Document& doc = *session.active()->doc;
+  doc.BeginUndoGroup("ODIMPORT");
+  auto done = veltor::gis::ImportObjectData(*session.active(), i);
+  if (!done.ok()) {
+    doc.CancelUndoGroup();
+    session.active()->project.container().Refresh();
+    std::fprintf(stderr, "veltor: import: %s\n", done.message().c_str());
+    return false;
+  }
+  doc.EndUndoGroup();
+  for (const std::string& w : done->warnings) std::fprintf(stderr, "veltor: warning: %s\n", w.c_str());
+  if (done->skipped > 0)
+    std::fprintf(stderr, "veltor: warning: %zu features without geometry were skipped\n", done->skipped);
+  std::printf("Imported: %zu features as %zu entities with records of table %s%s.\n", done->features,
+              done->entities, done->table.c_str(), done->table_created ? " (new)" : "");
+  return true;
+}
+
 std::vector<std::string> CommandNames(const veltor::session::Session& session) {
   std::vector<std::string> names;
   for (const auto& c : session.Commands()) names.push_back(c.global_name);
@@ -46,6 +112,7 @@ int Run(const Options& options) {
     std::fwrite(text.data(), 1, text.size(), stdout);
   });
   veltor::session::RegisterHostCommands(session);
+  veltor::gis::RegisterGisCommands(session);
   veltor::console::ConsoleUi ui(session.Ed());
   session.SetUi(&ui);
   ui.SetPanelOpener([&session](std::function<bool()> panel) { session.OpenPanel(std::move(panel)); });
@@ -65,14 +132,19 @@ int Run(const Options& options) {
     session.NewDocument();
   }
   veltor::session::SessionDocument* first = session.active();
+  if (!options.import_source.empty()) {
+    if (!Import(session, options)) return kExitExchangeFailed;
+  }
+  // Without a script, an import is the whole run: then saved as -o or --in-place say.
+  const bool import_only = !options.import_source.empty() && !options.scripted();
 
   std::unique_ptr<veltor::console::ScriptInput> script;
   std::unique_ptr<veltor::console::TerminalInput> terminal;
-  bool from_terminal = !options.scripted() && isatty(STDIN_FILENO);
+  bool from_terminal = !import_only && !options.scripted() && isatty(STDIN_FILENO);
   if (from_terminal) {
     terminal = std::make_unique<veltor::console::TerminalInput>(CommandNames(session));
     session.SetInteractive(true);
-  } else {
+  } else if (!import_only) {
     // Without -s or -c, commands come from standard input (a pipe or a file).
     std::string path = options.script.empty() && !options.scripted() ? "-" : options.script;
     auto opened_script = veltor::console::ScriptInput::Open(
@@ -83,12 +155,14 @@ int Run(const Options& options) {
     }
     script = std::move(opened_script).value();
   }
-  veltor::session::InputSource& source = terminal ? static_cast<veltor::session::InputSource&>(*terminal)
-                                                  : *script;
-  veltor::console::ProgressInput input(source, progress);
-  session.SetInput(&input);
-
-  session.RunLoop();
+  if (!import_only) {
+    veltor::session::InputSource& source = terminal ? static_cast<veltor::session::InputSource&>(*terminal)
+                                                    : *script;
+    veltor::console::ProgressInput input(source, progress);
+    session.SetInput(&input);
+    session.RunLoop();
+    session.SetInput(nullptr);
+  }
   progress.Idle();
   std::fflush(stdout);
   int status = 0;
@@ -155,5 +229,6 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (options->info) return Info(options->drawing);
+  if (options->exporting()) return Export(*options);
   return Run(*options);
 }

@@ -5,7 +5,8 @@
 // reference, attach and detach them through their dialog, add values between fields and
 // tables, and fill columns from geometry, numbering and texts; the statistics, definitions
 // loaded from the drawing's own file, the explication report, and every table shown, sorted
-// and selected in the OD table palette. Runs under the sanitizers like every test, so an
+// and selected in the OD table palette; the records exported to a GeoPackage. Runs under the
+// sanitizers like every test, so an
 // invalid read anywhere on these paths fails here.
 #include <gtest/gtest.h>
 
@@ -20,6 +21,7 @@
 #include "../support/scripted_ui.h"
 #include "app/veltor_app.h"
 #include "console/console_ui.h"
+#include "drawing/gis/gis_commands.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
 #include "drawing/session/session.h"
@@ -41,6 +43,7 @@ class CorpusSession : public ::testing::TestWithParam<std::string> {
  protected:
   CorpusSession() : session_([this](std::string_view t) { out_ += t; }), ui_(session_.Ed()) {
     RegisterHostCommands(session_);
+    gis::RegisterGisCommands(session_);
     // Dialogs are answered by script lines, as in the console.
     session_.SetUi(&ui_);
     session_.LoadModule(app::AcrxEntryPoint);
@@ -167,6 +170,14 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
   if (session_.active()->database.ModelSpaceEntities().empty()) attached = 0;
   ASSERT_GE(attached, 0) << Tail();
   ExpectTranslationRoundTrip(attached);
+  {
+    // ODEXPORT writes one feature per attached record.
+    veltor::testing::ScratchDir exported;
+    from = out_.size();
+    Run("ODEXPORT", {exported.File("corpus.gpkg"), "", "CorpusCheck"});
+    EXPECT_NE(out_.find("Exported: " + std::to_string(attached) + " features in 1 layers.\n", from),
+              std::string::npos) << Tail();
+  }
 
   veltor::testing::ScratchDir scratch;
   const std::string saved = scratch.File("saved.dxf");
