@@ -16,9 +16,7 @@
 #include "console/progress_line.h"
 #include "console/script_input.h"
 #include "console/terminal_input.h"
-#include "drawing/gis/gis_commands.h"
-#include "drawing/gis/od_export.h"
-#include "drawing/gis/od_import.h"
+#include "console/gis_loader.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/session.h"
 
@@ -54,6 +52,11 @@ int Export(const Options& options) {
     docs.push_back(std::move(doc).value());
     sources.push_back({docs.back().get(), std::filesystem::path(path).filename().string()});
   }
+  auto module = veltor::console::LoadGisModule();
+  if (!module.ok()) {
+    std::fprintf(stderr, "veltor: export: %s\n", module.message().c_str());
+    return kExitExchangeFailed;
+  }
   veltor::gis::ExportOptions e;
   e.target = options.export_target;
   if (!options.format.empty()) e.format = options.format;
@@ -62,7 +65,7 @@ int Export(const Options& options) {
   e.without_records = options.without_records;
   if (options.precision > 0) e.deviation = options.precision;
   e.overwrite = options.overwrite;
-  auto done = veltor::gis::ExportObjectData(sources, e);
+  auto done = (*module)->export_object_data(sources, e);
   if (!done.ok()) {
     std::fprintf(stderr, "veltor: export: %s\n", done.message().c_str());
     return kExitExchangeFailed;
@@ -76,6 +79,11 @@ int Export(const Options& options) {
 
 // --import: the source's features into the drawing, as one undo step before the script.
 bool Import(veltor::session::Session& session, const Options& options) {
+  auto module = veltor::console::LoadGisModule();
+  if (!module.ok()) {
+    std::fprintf(stderr, "veltor: import: %s\n", module.message().c_str());
+    return false;
+  }
   veltor::gis::ImportOptions i;
   i.source = options.import_source;
   i.layer = options.import_layer;
@@ -83,7 +91,7 @@ bool Import(veltor::session::Session& session, const Options& options) {
   i.table = options.table;
   veltor::model::Document& doc = *session.active()->doc;
   doc.BeginUndoGroup("ODIMPORT");
-  auto done = veltor::gis::ImportObjectData(*session.active(), i);
+  auto done = (*module)->import_object_data(*session.active(), i);
   if (!done.ok()) {
     doc.CancelUndoGroup();
     session.active()->project.container().Refresh();
@@ -112,7 +120,7 @@ int Run(const Options& options) {
     std::fwrite(text.data(), 1, text.size(), stdout);
   });
   veltor::session::RegisterHostCommands(session);
-  veltor::gis::RegisterGisCommands(session);
+  veltor::console::RegisterGisCommandsOnDemand(session);
   veltor::console::ConsoleUi ui(session.Ed());
   session.SetUi(&ui);
   ui.SetPanelOpener([&session](std::function<bool()> panel) { session.OpenPanel(std::move(panel)); });

@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # The console's --export and --import end to end, checked with ogrinfo: two drawings into one
 # GeoPackage (each feature naming its drawing), a table list, the entities without records,
-# an SRS, the import saved with -o; bad input exits 9 and writes nothing.
+# an SRS, the import saved with -o; bad input, or no GIS module beside the program, exits 9 and
+# writes nothing.
 # Usage: console_exchange.sh VELTOR SOURCE_DIR
 set -u
 veltor="$1"; source_dir="$2"
@@ -73,6 +74,16 @@ expect "no layer named 'Nope'" "$(cat "$scratch/err")"
 [ -e "$scratch/never.dxf" ] && fail "a failed import saved its drawing"
 "$veltor" --format GPKG "$city" 2>/dev/null
 [ $? = 2 ] || fail "--format without --export: exit status"
+# The exchange lives in a module beside the program, loaded on first use: a console without it
+# still runs scripts, and says why an exchange cannot be made.
+mkdir "$scratch/alone" && cp "$veltor" "$scratch/alone/veltor"
+"$scratch/alone/veltor" --export "$scratch/alone.gpkg" "$city" 2>"$scratch/err"
+[ $? = 9 ] || fail "export without the module: exit status"
+expect "GIS module:" "$(cat "$scratch/err")"
+expect "veltor-gis.so" "$(cat "$scratch/err")"
+out=$("$scratch/alone/veltor" "$city" -c ODEXPORT -c LIST -c L 2>&1)
+[ $? = 5 ] || fail "ODEXPORT without the module: the script must stop there (exit 5)"
+expect "GIS module:" "$out"
 leftovers=$(ls "$scratch" | grep -c veltor-tmp)
 [ "$leftovers" = 0 ] || fail "temporary files left: $(ls "$scratch")"
 

@@ -3,6 +3,7 @@
 #include "drawing/gis/gis_commands.h"
 
 #include <filesystem>
+#include <iterator>
 #include <optional>
 
 #include "drawing/gis/od_export.h"
@@ -108,13 +109,15 @@ void Import(Session& s) {
 
 }  // namespace
 
+void RunGisCommand(Session& s, size_t index) {
+  if (index == 0) Export(s);
+  if (index == 1) Import(s);
+}
+
 void RegisterGisCommands(Session& s) {
-  session::AddHostCommand(s, "ODEXPORT", od::kCmdModal,
-                          "Exports the Object Data with its entities to a GIS format through GDAL",
-                          [&s] { Export(s); });
-  session::AddHostCommand(s, "ODIMPORT", od::kCmdModal,
-                          "Imports a GIS layer as entities with Object Data records",
-                          [&s] { Import(s); });
+  for (size_t i = 0; i < std::size(kGisCommands); ++i)
+    session::AddHostCommand(s, kGisCommands[i].name, kGisCommands[i].flags, kGisCommands[i].summary,
+                            [&s, i] { RunGisCommand(s, i); });
 }
 
 }  // namespace veltor::gis

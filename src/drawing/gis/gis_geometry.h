@@ -29,9 +29,6 @@ struct GeometryDeleter {
 };
 using GeometryPtr = std::unique_ptr<std::remove_pointer_t<OGRGeometryH>, GeometryDeleter>;
 
-// Default largest distance between a curve and its chords, in drawing units.
-inline constexpr double kDefaultDeviation = 0.01;
-
 // The entity's geometry, or nullptr when it has none (or too few points to make one).
 GeometryPtr EntityGeometry(const model::Document& doc, model::RecordId entity, double deviation);
 

@@ -11,6 +11,7 @@
 
 #include "drawing/gis/gdal_support.h"
 #include "drawing/gis/gis_fields.h"
+#include "drawing/gis/gis_geometry.h"
 #include "drawing/gis/output_target.h"
 #include "drawing/model/entity.h"
 #include "drawing/model/entity_geometry_tags.h"

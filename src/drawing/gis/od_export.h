@@ -6,13 +6,14 @@
 #include <string>
 #include <vector>
 
-#include "drawing/gis/gis_geometry.h"
 #include "drawing/model/document.h"
 #include "od/status.h"
 
 namespace veltor::gis {
 
 inline constexpr char kDefaultFormat[] = "GPKG";
+// Default largest distance between a curve and its chords, in drawing units.
+inline constexpr double kDefaultDeviation = 0.01;
 
 struct ExportOptions {
   std::string target;                // a file or folder name, or a "PG:..." connection string
