@@ -73,7 +73,7 @@ int Export(const Options& options) {
   if (done->damaged_records > 0)
     std::fprintf(stderr, "veltor: warning: %zu records that cannot be read were left out\n",
                  done->damaged_records);
-  std::printf("Exported: %zu features in %zu layers.\n", done->features, done->layers);
+  std::fputs(done->Line().c_str(), stdout);
   return 0;
 }
 

@@ -22,6 +22,7 @@
 #include "app/veltor_app.h"
 #include "ui/od_table_view.h"
 #include "drawing/dxf/record_store.h"
+#include "drawing/gis/gis_commands.h"
 #include "drawing/session/host_commands.h"
 #include "drawing/session/object_ids.h"
 #include "workbench/command_driver.h"
@@ -89,6 +90,7 @@ MainWindow::MainWindow() {
   input_ = std::make_unique<LineInput>([this](const std::string& text) { Print(text); });
   session_ = std::make_unique<session::Session>([this](std::string_view text) { Print(text); });
   session::RegisterHostCommands(*session_);
+  gis::RegisterGisCommands(*session_);
   session_->SetUi(ui_.get());
   session_->SetInput(input_.get());
   // A person answers: closing a modified drawing from the command line offers to save it.

@@ -175,7 +175,7 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     veltor::testing::ScratchDir exported;
     from = out_.size();
     Run("ODEXPORT", {exported.File("corpus.gpkg"), "", "CorpusCheck"});
-    EXPECT_NE(out_.find("Exported: " + std::to_string(attached) + " features in 1 layers.\n", from),
+    EXPECT_NE(out_.find("Exported: " + std::to_string(attached) + " features in 1 layer.\n", from),
               std::string::npos) << Tail();
   }
 

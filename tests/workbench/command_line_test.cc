@@ -1,6 +1,8 @@
 // The command line dock: commands run on the main thread while their prompts wait in a
 // nested event loop, scripts answer prompts line by line, Escape and the command palette
 // cancel what runs.
+#include <cstdio>
+
 #include <QLineEdit>
 #include <QTreeWidget>
 
@@ -91,6 +93,15 @@ TEST_F(CommandLineTest, ZoomAtTheCommandLineMovesTheView) {
   window().driver().RunScript({"ZOOM", "O", "17D", ""});
   EXPECT_NEAR(view.center().x, (circle->min.x + circle->max.x) / 2, 1e-9);
   EXPECT_NEAR(view.center().y, (circle->min.y + circle->max.y) / 2, 1e-9);
+}
+
+TEST_F(CommandLineTest, TheGisExchangeRunsAtTheCommandLine) {
+  const std::string out = ::testing::TempDir() + "workbench-city.gpkg";
+  std::remove(out.c_str());
+  window().driver().RunScript({"ODEXPORT", out, "", "Roads"});
+  const std::string history = History();
+  EXPECT_NE(history.find("Exported: 54 features in 1 layer."), std::string::npos) << history;
+  std::remove(out.c_str());
 }
 
 QTreeWidgetItem* Item(QTreeWidget* tree, const QString& label) {

@@ -73,8 +73,7 @@ void Export(Session& s) {
   if (!done.ok()) return (void)s.editor().Refuse("Error: " + done.message());
   if (done->damaged_records > 0)
     s.Print(od::Format("Left out: %i records that cannot be read.\n", static_cast<int>(done->damaged_records)));
-  s.Print(od::Format("Exported: %i features in %i layers.\n", static_cast<int>(done->features),
-                     static_cast<int>(done->layers)));
+  s.Print(done->Line());
 }
 
 void Import(Session& s) {

@@ -34,6 +34,15 @@ struct ExportSummary {
   size_t features = 0;
   size_t layers = 0;
   size_t damaged_records = 0;  // records that could not be read, left out
+
+  // "Exported: 54 features in 1 layer.", the line both front ends print.
+  std::string Line() const {
+    auto counted = [](size_t n, const char* one, const char* many) {
+      return std::to_string(n) + " " + (n == 1 ? one : many);
+    };
+    return "Exported: " + counted(features, "feature", "features") + " in " + counted(layers, "layer", "layers") +
+           ".\n";
+  }
 };
 
 // Exports the model space entities of every drawing into one output. Several drawings share a

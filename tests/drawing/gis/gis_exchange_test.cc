@@ -291,7 +291,7 @@ TEST_F(GisExchange, TheHostCommandsAskTheirOptionsAndSayWhatTheyDid) {
   const std::string out = dir_.File("cmd.gpkg");
   Answer({out, "", "Roads"});
   ASSERT_TRUE(session_.Execute("ODEXPORT"));
-  EXPECT_NE(out_.find("Exported: 4 features in 1 layers.\n"), std::string::npos) << out_;
+  EXPECT_NE(out_.find("Exported: 4 features in 1 layer.\n"), std::string::npos) << out_;
   ClearOut();
   Answer({out, "Roads", "IMPORTED", "Roads copy"});
   ASSERT_TRUE(session_.Execute("ODIMPORT"));
