@@ -175,7 +175,8 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     veltor::testing::ScratchDir exported;
     from = out_.size();
     Run("ODEXPORT", {exported.File("corpus.gpkg"), "", "CorpusCheck"});
-    EXPECT_NE(out_.find("Exported: " + std::to_string(attached) + " features in 1 layer.\n", from),
+    const std::string features = std::to_string(attached) + (attached == 1 ? " feature" : " features");
+    EXPECT_NE(out_.find("Exported: " + features + " in 1 layer.\n", from),
               std::string::npos) << Tail();
   }
 
