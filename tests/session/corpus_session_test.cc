@@ -178,6 +178,19 @@ TEST_P(CorpusSession, TakesEverydayWorkAndSavesWhatItDid) {
     const std::string features = std::to_string(attached) + (attached == 1 ? " feature" : " features");
     EXPECT_NE(out_.find("Exported: " + features + " in 1 layer.\n", from),
               std::string::npos) << Tail();
+    // ODIMPORT takes them back into the same table, and UNDO takes the import back.
+    if (attached > 0) {
+      auto entities = [this] { return session_.active()->database.ModelSpaceEntities().size(); };
+      const size_t before = entities();
+      from = out_.size();
+      Run("ODIMPORT", {exported.File("corpus.gpkg"), "CorpusCheck", "", "CorpusCheck"});
+      EXPECT_NE(out_.find("Imported: ", from), std::string::npos) << Tail();
+      EXPECT_EQ(out_.find("Error", from), std::string::npos) << Tail();
+      const bool made_some = out_.find(" as 0 entities", from) == std::string::npos;
+      EXPECT_EQ(entities() > before, made_some) << Tail();
+      Run("UNDO", {""});
+      EXPECT_EQ(entities(), before) << Tail();
+    }
   }
 
   veltor::testing::ScratchDir scratch;
