@@ -134,7 +134,7 @@ TemplateItem Widget(const Control& control, int width) {
   return item;
 }
 
-struct ButtonSpec {
+struct ButtonChoice {
   int control_id;
   std::string label;
   uint32_t style;
@@ -182,7 +182,7 @@ DialogLayout LayoutDialog(const od::DialogModel& model) {
   };
 
   // The buttons first, to know how wide their row is.
-  std::vector<ButtonSpec> buttons;
+  std::vector<ButtonChoice> buttons;
   for (const Control& control : model.controls()) {
     if (control.kind != ControlKind::kButton) continue;
     uint32_t style = Common(control) | kWsTabStop;
@@ -196,7 +196,7 @@ DialogLayout LayoutDialog(const od::DialogModel& model) {
     buttons.push_back({id, id == od::kIdOk ? "OK" : "Cancel", style});
   }
   int row_width = 0;
-  for (const ButtonSpec& button : buttons)
+  for (const ButtonChoice& button : buttons)
     row_width += ButtonWidth(button.label) + (row_width > 0 ? kGap : 0);
   width = std::max(width, row_width + 2 * kMargin);
   const int inner = width - 2 * kMargin;
@@ -234,17 +234,17 @@ DialogLayout LayoutDialog(const od::DialogModel& model) {
   y += kRefusalHeight + kGap;
 
   int x = width - kMargin - row_width;
-  for (const ButtonSpec& spec : buttons) {
+  for (const ButtonChoice& choice : buttons) {
     TemplateItem button;
     button.class_atom = kAtomButton;
-    button.style = spec.style;
-    button.text = spec.label;
+    button.style = choice.style;
+    button.text = choice.label;
     button.x = Units(x);
     button.y = Units(y);
-    button.cx = Units(ButtonWidth(spec.label));
+    button.cx = Units(ButtonWidth(choice.label));
     button.cy = kButtonHeight;
     x += button.cx + kGap;
-    add(std::move(button), spec.control_id, ItemRole::kWidget);
+    add(std::move(button), choice.control_id, ItemRole::kWidget);
   }
   y += kButtonHeight + kMargin;
 
