@@ -230,23 +230,6 @@ TEST(DialogTemplate, ItemsAreDwordAlignedWithOrdinalOrNamedClasses) {
   EXPECT_EQ(bytes[label_end - 1], 0);
 }
 
-TEST(DialogTemplate, BytesAreLittleEndian) {
-  const std::vector<uint8_t> bytes = EncodeDialogTemplate(TwoItems());
-  ASSERT_GE(bytes.size(), 8u);
-  EXPECT_EQ(bytes[0], 0x01);
-  EXPECT_EQ(bytes[1], 0x00);
-  EXPECT_EQ(bytes[2], 0xFF);
-  EXPECT_EQ(bytes[3], 0xFF);
-}
-
-TEST(DialogTemplate, IllFormedUtf8BecomesReplacementCharacters) {
-  TemplateDialog dialog;
-  dialog.title = "a\xFF" "b";
-  const ReadDialog d = Read(EncodeDialogTemplate(dialog));
-  EXPECT_EQ(d.title, (std::u16string{u'a', 0xFFFD, u'b'}));
-  EXPECT_EQ(d.count, 0);
-}
-
 // A model with one control of every kind.
 class EveryKind : public od::DialogModel {
  public:
